@@ -1,0 +1,29 @@
+# Warnings, hardening and sanitizers, for every target of the tree.
+option(KORV_WERROR "Treat compiler warnings as errors" ON)
+option(KORV_SANITIZE "Build with the address, undefined-behaviour and leak sanitizers" OFF)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast
+                    $<$<BOOL:${KORV_WERROR}>:-Werror>)
+add_compile_definitions(_GLIBCXX_ASSERTIONS)
+
+# Position-independent throughout: the program is a PIE and Qt asks for it.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+add_link_options(-pie)
+
+if(KORV_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+else()
+  add_compile_options(-fstack-protector-strong -fstack-clash-protection
+                      $<$<STREQUAL:${CMAKE_SYSTEM_PROCESSOR},x86_64>:-fcf-protection>
+                      $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE>
+                      $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+  add_link_options(-Wl,-z,relro,-z,now)
+endif()
+add_link_options(-Wl,--as-needed)
+
+# Assertions that name a programming error stay on in release builds.
+foreach(flags CMAKE_CXX_FLAGS_RELEASE CMAKE_CXX_FLAGS_RELWITHDEBINFO CMAKE_CXX_FLAGS_MINSIZEREL)
+  string(REPLACE "-DNDEBUG" "" ${flags} "${${flags}}")
+endforeach()
