@@ -1,0 +1,40 @@
+#include "text/message_dialogs.h"
+
+#include <gtk/gtk.h>
+
+// The texts are the formats themselves: a doubled percent sign in a table shows as one, and the
+// check of the translations refuses every other. A "%s" here would show "100%%" where tables in the
+// field mean "100%".
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-security"
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+
+namespace {
+
+GtkWidget *NewMessage(GtkMessageType type, const char *text) {
+  GtkWidget *dialog = gtk_message_dialog_new(nullptr, GTK_DIALOG_DESTROY_WITH_PARENT, type,
+                                             GTK_BUTTONS_CLOSE, text);
+  gtk_window_set_resizable(GTK_WINDOW(dialog), FALSE);
+  gtk_window_set_position(GTK_WINDOW(dialog), GTK_WIN_POS_CENTER);
+  return dialog;
+}
+
+void RunAndDestroy(GtkWidget *dialog) {
+  gtk_dialog_run(GTK_DIALOG(dialog));
+  gtk_widget_destroy(dialog);
+}
+
+}  // namespace
+
+void ShowMessage(const char *text) {
+  RunAndDestroy(NewMessage(GTK_MESSAGE_ERROR, text));
+}
+
+void ShowInfoMessage(const char *primary, const char *secondary) {
+  // An information icon under the headline "Warning" is meant: nothing has gone wrong.
+  GtkWidget *dialog = NewMessage(GTK_MESSAGE_INFO, primary);
+  gtk_message_dialog_format_secondary_text(GTK_MESSAGE_DIALOG(dialog), secondary);
+  RunAndDestroy(dialog);
+}
+
+#pragma GCC diagnostic pop
