@@ -1,0 +1,11 @@
+// The slot for the main window's OK button: the pages give it the keyboard focus, the window fills
+// it. So the pages need to know nothing of the window.
+#pragma once
+
+#include <gtk/gtk.h>
+
+// `button` stays the window's; it must live as long as the pages do.
+void SetOkButton(GtkWidget *button);
+
+// Moves the keyboard focus to the button; does nothing before the window has filled the slot.
+void FocusOkButton();

@@ -1,0 +1,17 @@
+// What the entries for gateways, group names and group values refuse.
+//
+// The registry client puts every value between single quotes and reads it back line by line: a
+// single quote would end the quoting early, and a line end would cut the value. So the user cannot
+// put either into such an entry. What the program fills in itself is shown as it is.
+#pragma once
+
+#include <gtk/gtk.h>
+
+// From now on, text that the user types, pastes or drops into `entry` is refused whole, with the
+// error bell, when it holds a single quote, a line feed or a carriage return; a selection that it
+// would have replaced stays. Texts set by the program must come through FillGuardedEntry or, in the
+// entry of a combo box, from the active row.
+void GuardEntry(GtkEntry *entry);
+
+// Sets the entry's text, whatever it holds, as gtk_entry_set_text does (UTF-8, not null).
+void FillGuardedEntry(GtkEntry *entry, const char *text);
