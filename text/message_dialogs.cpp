@@ -2,9 +2,8 @@
 
 #include <gtk/gtk.h>
 
-// The texts are the formats themselves: a doubled percent sign in a table shows as one, and the
-// check of the translations refuses every other. A "%s" here would show "100%%" where tables in the
-// field mean "100%".
+// The texts are the formats themselves, and the tables are written for that: a percent sign in one
+// would be taken as a conversion, so the check of the translations refuses it.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-security"
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"

@@ -21,13 +21,7 @@ std::string ReadLocaleLine() {
   std::FILE *output = popen(kLocaleCommand, "r");
   if (output != nullptr) {
     ReadLine(output, kLineLimit, line);
-    // fclose, not pclose: the start-up does not wait for the shell to end.
-#pragma GCC diagnostic push
-#ifndef __clang__
-#pragma GCC diagnostic ignored "-Wmismatched-dealloc"
-#endif
-    std::fclose(output);
-#pragma GCC diagnostic pop
+    CloseUnwaited(output);
   }
   return line;
 }
