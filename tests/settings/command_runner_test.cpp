@@ -1,0 +1,227 @@
+#include "settings/command_runner.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/time.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <iterator>
+#include <string>
+
+#include "tests/support/temp_dir.h"
+
+using CommandRunner::OpenCommandOutput;
+using CommandRunner::RunCommand;
+using CommandRunner::WaitChild;
+
+namespace {
+
+struct Output {
+  int result = 0;
+  std::string text;
+  pid_t child = 0;
+};
+
+template <typename... Arguments>
+Output RunAndRead(const char *format, Arguments... arguments) {
+  Output output;
+  std::FILE *stream = nullptr;
+  output.result = OpenCommandOutput(&stream, &output.child, format, arguments...);
+  if (stream != nullptr) {
+    for (int byte = std::getc(stream); byte != EOF; byte = std::getc(stream)) {
+      output.text.push_back(static_cast<char>(byte));
+    }
+    std::fclose(stream);
+  }
+  return output;
+}
+
+int CountDescriptors() {
+  int count = 0;
+  for (int descriptor = 0; descriptor < 256; ++descriptor) {
+    count += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
+  }
+  return count;
+}
+
+// Runs `body` in a child of its own, whose descriptors and limits it may spoil; its exit code.
+template <typename Body>
+int InChild(Body body) {
+  const pid_t child = fork();
+  if (child == 0) {
+    _exit(body());
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(RunCommand, GivesTheExitCode) {
+  EXPECT_EQ(RunCommand("exit %d", 0), 0);
+  EXPECT_EQ(RunCommand("exit %d", 3), 3);
+  EXPECT_EQ(RunCommand("exit %d", 255), 255);
+}
+
+TEST(RunCommand, ACommandThatDoesNotExistGives127) {
+  EXPECT_EQ(RunCommand("/nowhere/at/all 2>/dev/null"), 127);
+}
+
+TEST(RunCommand, AShellKilledByASignalGivesMinusOne) {
+  EXPECT_EQ(RunCommand("kill -KILL $$"), -1);
+  EXPECT_EQ(RunCommand("kill -TERM $$"), -1);
+}
+
+TEST(RunCommand, ANullFormatGivesOne) {
+  const char *format = nullptr;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-security"
+#pragma GCC diagnostic ignored "-Wformat-overflow"
+  EXPECT_EQ(RunCommand(format), 1);
+#pragma GCC diagnostic pop
+}
+
+TEST(RunCommand, FailsWhenNoChildCanBeMade) {
+  EXPECT_EQ(InChild([] {
+              if (setuid(65534) != 0) {  // limits on processes do not bind root
+                return 77;
+              }
+              const rlimit none{0, 0};
+              setrlimit(RLIMIT_NPROC, &none);
+              std::FILE *stream = nullptr;
+              pid_t child = 0;
+              const int descriptors = CountDescriptors();
+              const bool as_told =
+                  RunCommand("true") == -1 && OpenCommandOutput(&stream, &child, "true") == -1 &&
+                  child == -1 && stream == nullptr && CountDescriptors() == descriptors;
+              return as_told ? 0 : 1;
+            }),
+            0);
+}
+
+TEST(RunCommand, InheritsTheEnvironment) {
+  setenv("KORV_TEST_VALUE", "seen", 1);
+  EXPECT_EQ(RunCommand("test \"$KORV_TEST_VALUE\" = seen"), 0);
+  unsetenv("KORV_TEST_VALUE");
+}
+
+TEST(RunCommand, CutsTheCommandLineAt4093Bytes) {
+  // An assignment fills the line, and the last bytes decide the status.
+  const std::string filler(4093 - std::string("a=;exit 12").size(), 'x');
+  EXPECT_EQ(RunCommand("a=%s;exit %s", filler.c_str(), "12"), 12);
+  EXPECT_EQ(RunCommand("a=%s;exit %s", filler.c_str(), "123"), 12);
+  EXPECT_EQ(RunCommand("a=%s;exit %s", (filler + "x").c_str(), "12"), 1);
+}
+
+TEST(RunCommand, WaitsOnWhenASignalInterrupts) {
+  struct sigaction action = {};
+  action.sa_handler = [](int) {};  // without SA_RESTART: waitpid returns with EINTR
+  struct sigaction old_action = {};
+  sigaction(SIGALRM, &action, &old_action);
+  const itimerval often{{0, 1000}, {0, 1000}};
+  setitimer(ITIMER_REAL, &often, nullptr);
+  EXPECT_EQ(RunCommand("i=0; while [ $i -lt 20000 ]; do i=$((i+1)); done; exit 5"), 5);
+  const itimerval never{};
+  setitimer(ITIMER_REAL, &never, nullptr);
+  sigaction(SIGALRM, &old_action, nullptr);
+}
+
+TEST(RunCommand, DoesNotFlushTheParentsOutputTwice) {
+  const TempDir directory;
+  const std::string path = directory.Write("output", "");
+  EXPECT_EQ(InChild([&path] {
+              if (std::freopen(path.c_str(), "w", stdout) == nullptr) {
+                return 77;
+              }
+              std::printf("once\n");  // buffered: a file is no terminal
+              RunCommand("exec /nowhere 2>/dev/null");
+              RunCommand("true");
+              std::fflush(stdout);
+              return 0;
+            }),
+            0);
+  EXPECT_EQ(directory.Read("output"), "once\n");
+}
+
+TEST(WaitChild, NoSuchChildGivesMinusOne) {
+  EXPECT_EQ(WaitChild(getpid()), -1);
+}
+
+TEST(OpenCommandOutput, ReadsBothOutputsInOrder) {
+  const Output output = RunAndRead("echo %s; echo two >&2; echo three", "one");
+  EXPECT_EQ(output.result, 0);
+  EXPECT_EQ(output.text, "one\ntwo\nthree\n");
+  EXPECT_GT(output.child, 0);
+  EXPECT_EQ(WaitChild(output.child), 0);
+}
+
+TEST(OpenCommandOutput, LeavesTheChildToBeWaitedFor) {
+  const Output output = RunAndRead("exit 4");
+  EXPECT_EQ(output.text, "");
+  EXPECT_EQ(WaitChild(output.child), 4);
+}
+
+TEST(OpenCommandOutput, AMissingCommandIsReportedByTheShellOnTheSameStream) {
+  const Output output = RunAndRead("/nowhere/at/all");
+  EXPECT_NE(output.text.find("/nowhere/at/all"), std::string::npos);
+  EXPECT_EQ(WaitChild(output.child), 127);
+}
+
+TEST(OpenCommandOutput, LeavesNoDescriptorOpen) {
+  const int before = CountDescriptors();
+  WaitChild(RunAndRead("true").child);
+  EXPECT_EQ(CountDescriptors(), before);
+}
+
+TEST(OpenCommandOutput, LeavesNoEndOfThePipeOpenInTheCommand) {
+  std::string inherited;
+  for (int descriptor = 0; descriptor < 256; ++descriptor) {
+    const int flags = fcntl(descriptor, F_GETFD);
+    if (flags != -1 && (flags & FD_CLOEXEC) == 0) {
+      inherited += std::to_string(descriptor) + " ";
+    }
+  }
+  const Output output =
+      RunAndRead("for f in $(seq 0 255); do [ -e /proc/$$/fd/$f ] && printf '%%d ' $f; done");
+  EXPECT_EQ(output.text, inherited);
+  WaitChild(output.child);
+}
+
+TEST(OpenCommandOutput, FailsWithOneWhenThereIsNoPipe) {
+  EXPECT_EQ(InChild([] {
+              const rlimit few{3, 3};
+              setrlimit(RLIMIT_NOFILE, &few);
+              std::FILE *stream = nullptr;
+              pid_t child = 0;
+              return OpenCommandOutput(&stream, &child, "true") == 1 && stream == nullptr ? 0 : 1;
+            }),
+            0);
+}
+
+TEST(OpenCommandOutput, RedirectsNothingWhenThePipeIsDescriptorOneAlready) {
+  const TempDir directory;
+  const std::string errors = directory.Write("errors", "");
+  EXPECT_EQ(InChild([&errors] {
+              // Free the descriptors 0 and 1 for the pipe, so that its write end is 1.
+              if (std::freopen(errors.c_str(), "w", stderr) == nullptr) {
+                return 77;
+              }
+              close(0);
+              close(1);
+              return RunAndRead("echo out; echo error >&2").text == "out\n" ? 0 : 1;
+            }),
+            0);
+  EXPECT_EQ(directory.Read("errors"), "error\n");
+}
+
+TEST(OpenCommandOutput, CutsTheCommandLineAsRunCommandDoes) {
+  const std::string filler(4093 - std::string("a=;echo 12").size(), 'x');
+  EXPECT_EQ(RunAndRead("a=%s;echo %s", filler.c_str(), "12").text, "12\n");
+  EXPECT_EQ(RunAndRead("a=%s;echo %s", filler.c_str(), "123").text, "12\n");
+}
+
+}  // namespace

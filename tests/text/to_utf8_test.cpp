@@ -1,0 +1,42 @@
+#include "text/to_utf8.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+
+#include "text/string_table.h"
+
+namespace {
+
+// The unit tests know only the locales that every Debian has; other charsets are tried on the
+// window.
+class ToUtf8Test : public testing::Test {
+ protected:
+  ToUtf8Test() { std::setlocale(LC_ALL, "C.UTF-8"); }
+  ~ToUtf8Test() override {
+    ProcessStringTable() = StringTable();
+    std::setlocale(LC_ALL, "C");
+  }
+};
+
+TEST_F(ToUtf8Test, KeepsWhatIsValid) {
+  EXPECT_STREQ(ToUtf8("d\xC3\xA9lai").Get(), "d\xC3\xA9lai");
+  EXPECT_STREQ(ToUtf8("").Get(), "");
+}
+
+TEST_F(ToUtf8Test, GivesNullForBytesThatAreNotOfTheCharset) {
+  EXPECT_FALSE(ToUtf8("d\xE9lai"));
+}
+
+TEST_F(ToUtf8Test, ShownTextTakesTheTablesText) {
+  ProcessStringTable().sections = {{"General", {{"Button_OK", "D'accord"}}}};
+  EXPECT_STREQ(ShownText("OK", "Button_OK", "General").Get(), "D'accord");
+  EXPECT_STREQ(ShownText("Cancel", "Button_Cancel", "General").Get(), "Cancel");
+}
+
+TEST_F(ToUtf8Test, ShownTextIsEmptyWhereThereIsNoUtf8Form) {
+  ProcessStringTable().sections = {{"General", {{"Button_OK", "\xFF"}}}};
+  EXPECT_STREQ(ShownText("OK", "Button_OK", "General").Get(), "");
+}
+
+}  // namespace
