@@ -1,0 +1,23 @@
+#include "app/agent_version.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(VersionFromLine, IsWhatFollowsTheFirstColon) {
+  EXPECT_EQ(VersionFromLine("Agent Version : 5.2.1"), "5.2.1");
+  EXPECT_EQ(VersionFromLine("a:b:c"), "b:c");
+  EXPECT_EQ(VersionFromLine("Version:"), "");
+}
+
+TEST(VersionFromLine, IsTheWholeLineWithoutAColon) {
+  EXPECT_EQ(VersionFromLine("  5.2.1  "), "5.2.1");
+  EXPECT_EQ(VersionFromLine(""), "");
+}
+
+TEST(VersionFromLine, KeepsTheLineEndAndWhatStandsBeforeIt) {
+  EXPECT_EQ(VersionFromLine("v: 5.2.1 \n"), "5.2.1 \n");
+  EXPECT_EQ(VersionFromLine("\t5.2.1\r\n"), "\t5.2.1\r\n");
+}
+
+}  // namespace
