@@ -1,0 +1,106 @@
+#include "pages/groups/group_rules.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+#include "text/trim_blanks.h"
+
+namespace {
+
+constexpr char kUpperManualGroup[] = "MANUAL GROUP";
+const char *const kWellKnownNames[] = {kManualGroup, "P1", "P2", "P3", "P4", "P5", "P6"};
+
+constexpr char kNotInName[] = "^=;\\\"";
+constexpr char kNotInManualValue[] = "=;\"\\<>*?|:&";
+constexpr char kNotInValue[] = "=;\"\\<>*?|:&/";
+
+bool Holds(const std::string &text, const char *characters) {
+  return text.find_first_of(characters) != std::string::npos;
+}
+
+bool IsWellKnown(const std::string &name) {
+  return std::find(std::begin(kWellKnownNames), std::end(kWellKnownNames), name) !=
+         std::end(kWellKnownNames);
+}
+
+// While the manual group's row is edited, its value stays free to hold a slash whatever name is
+// typed.
+GroupFault CheckValue(const GroupInput &input, const std::string &upper_name) {
+  const std::string value = TrimmedBlanks(input.value.c_str());
+  if (value.empty()) {
+    return GroupFault::kValueEmpty;
+  }
+  const bool is_manual = RowName(upper_name) == kManualGroup || input.edited_name == kManualGroup;
+  if (Holds(value, is_manual ? kNotInManualValue : kNotInValue)) {
+    return is_manual ? GroupFault::kManualValueCharacter : GroupFault::kValueCharacter;
+  }
+  return GroupFault::kNone;
+}
+
+// Compared with the upper-case name and not with the row's, on purpose: "MG" typed for the manual
+// group's own row is a duplicate.
+bool KeepsItsName(const GroupInput &input, const std::string &upper_name) {
+  return input.edited_name == upper_name ||
+         (input.edited_name == kManualGroup && upper_name == kUpperManualGroup);
+}
+
+}  // namespace
+
+bool WantsDhcpGroups(const char *setting) {
+  return setting == nullptr || *setting == '\0' || std::strtol(setting, nullptr, 10) != 0;
+}
+
+void ToUpperAscii(std::string &text) {
+  for (char &byte : text) {
+    if (byte >= 'a' && byte <= 'z') {
+      byte = static_cast<char>(byte - 'a' + 'A');
+    }
+  }
+}
+
+std::string UpperName(const char *typed) {
+  std::string name = TrimmedBlanks(typed);
+  ToUpperAscii(name);
+  return name;
+}
+
+std::string RowName(const std::string &upper_name) {
+  return upper_name == "MG" || upper_name == kUpperManualGroup ? kManualGroup : upper_name;
+}
+
+std::optional<std::size_t> FindRow(const std::vector<GroupRow> &rows, const std::string &name) {
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (rows[i].name == name) {
+      return i;
+    }
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> NameChoices(const std::vector<GroupRow> &rows) {
+  std::vector<std::string> choices(std::begin(kWellKnownNames), std::end(kWellKnownNames));
+  for (const GroupRow &row : rows) {
+    if (!IsWellKnown(row.name)) {
+      choices.push_back(row.name);
+    }
+  }
+  return choices;
+}
+
+GroupFault CheckGroup(const GroupInput &input, const std::vector<GroupRow> &rows,
+                      bool &duplicate_found) {
+  const std::string upper_name = UpperName(input.name.c_str());
+  if (upper_name.empty()) {
+    return GroupFault::kNameEmpty;
+  }
+  if (Holds(upper_name, kNotInName)) {
+    return GroupFault::kNameCharacter;
+  }
+  const GroupFault value_fault = CheckValue(input, upper_name);
+  if (value_fault != GroupFault::kNone || KeepsItsName(input, upper_name)) {
+    return value_fault;
+  }
+  duplicate_found = FindRow(rows, RowName(upper_name)).has_value();
+  return duplicate_found ? GroupFault::kDuplicate : GroupFault::kNone;
+}

@@ -1,0 +1,54 @@
+// What the Groups page and its dialog decide: which groups count, what a typed name stands for and
+// what is refused. Plain functions of plain values; texts are bytes of any encoding that keeps
+// ASCII as it is, normally UTF-8.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "pages/groups/groups_value.h"
+
+// Whether the setting asks for the groups of the DHCP tag. A number does unless it is zero; a text
+// that is none counts as zero. An absent (null) or empty setting does.
+bool WantsDhcpGroups(const char *setting);
+
+// Turns a to z into A to Z, byte by byte; every other byte stays.
+void ToUpperAscii(std::string &text);
+
+// The typed name without blanks around it, in upper case.
+std::string UpperName(const char *typed);
+
+// The name under which a group of that upper-case name is listed: the manual group's own for its
+// spellings "MG" and "MANUAL GROUP", else the name itself.
+std::string RowName(const std::string &upper_name);
+
+// The first row of exactly that name.
+std::optional<std::size_t> FindRow(const std::vector<GroupRow> &rows, const std::string &name);
+
+// The names that the dialog offers: the seven well-known ones, then the names of the rows that are
+// not among these.
+std::vector<std::string> NameChoices(const std::vector<GroupRow> &rows);
+
+enum class GroupFault {
+  kNone,
+  kNameEmpty,
+  kNameCharacter,
+  kValueEmpty,
+  kManualValueCharacter,
+  kValueCharacter,
+  kDuplicate,
+};
+
+// What stands in the dialog's two fields.
+struct GroupInput {
+  std::string name;
+  std::string value;
+  std::optional<std::string> edited_name;  // the name of the row being edited; none while adding
+};
+
+// The first fault of the input, in the order of the enumeration. `duplicate_found` tells what the
+// search for a duplicate found; it is left as it was when the search is not reached, which is so
+// after any other fault and for an edited row that keeps its name.
+GroupFault CheckGroup(const GroupInput &input, const std::vector<GroupRow> &rows,
+                      bool &duplicate_found);

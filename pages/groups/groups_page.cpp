@@ -1,0 +1,216 @@
+#include "pages/groups/groups_page.h"
+
+#include <vector>
+
+#include "pages/accessible.h"
+#include "pages/button_box.h"
+#include "pages/groups/group_dialog.h"
+#include "pages/groups/group_list.h"
+#include "pages/groups/group_rules.h"
+#include "settings/agent_settings.h"
+#include "text/message_dialogs.h"
+#include "text/to_utf8.h"
+
+namespace {
+
+// In the order of the screen; borrowed from their parents.
+struct GroupsPage {
+  GtkWidget *box;
+  GtkWidget *dhcp_button;
+  GtkWidget *static_button;
+  GtkWidget *frame;
+  GtkWidget *list_view;
+};
+GroupsPage page;
+
+bool IsActive(GtkWidget *button) {
+  return gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(button)) == TRUE;
+}
+
+// A radio button is clicked also when it is the other one that becomes active.
+void OnDhcpClicked() {
+  if (IsActive(page.dhcp_button)) {
+    gtk_widget_set_sensitive(page.frame, FALSE);
+    agent_settings[GetGroupsFromDHCP] = HeapText::Copy("1");
+  }
+}
+
+void OnStaticClicked() {
+  if (IsActive(page.static_button)) {
+    gtk_widget_set_sensitive(page.frame, TRUE);
+    agent_settings[GetGroupsFromDHCP] = HeapText::Copy("0");
+  }
+}
+
+void AttachList() {
+  gtk_tree_view_set_model(GTK_TREE_VIEW(page.list_view), GroupList());
+}
+
+void DetachList() {
+  gtk_tree_view_set_model(GTK_TREE_VIEW(page.list_view), nullptr);
+}
+
+// The indexes of the selected rows: one at most, as the list is built.
+std::vector<std::size_t> SelectedRows() {
+  std::vector<std::size_t> rows;
+  GList *paths = gtk_tree_selection_get_selected_rows(
+      gtk_tree_view_get_selection(GTK_TREE_VIEW(page.list_view)), nullptr);
+  for (const GList *path = paths; path != nullptr; path = path->next) {
+    rows.push_back(static_cast<std::size_t>(
+        *gtk_tree_path_get_indices(static_cast<GtkTreePath *>(path->data))));
+  }
+  g_list_free_full(paths,
+                   [](gpointer path) { gtk_tree_path_free(static_cast<GtkTreePath *>(path)); });
+  return rows;
+}
+
+void OnAddClicked() {
+  RunGroupDialog(kAddGroup);
+  DetachList();
+  AttachList();
+  BuildGroupsValue();  // also after a cancel, when the text comes out the same
+}
+
+void OnEditClicked() {
+  const std::vector<std::size_t> selected = SelectedRows();
+  if (selected.empty()) {
+    ShowMessage(
+        ShownText("Please select a group to edit.", "Msg_PageGroups_Edit_Err", "Message").Get());
+    return;
+  }
+  const GroupRow row = GroupRows()[selected.back()];
+  edited_group_name = row.name;
+  edited_group_value = row.value;
+  RunGroupDialog(kEditGroup);
+  DetachList();
+  AttachList();
+  BuildGroupsValue();
+}
+
+void OnDeleteClicked() {
+  const std::vector<std::size_t> selected = SelectedRows();
+  if (selected.empty()) {
+    ShowMessage(
+        ShownText("Please select the group(s) to delete.", "Msg_PageGroups_Del_Err", "Message")
+            .Get());
+    return;
+  }
+  DetachList();
+  for (const std::size_t row : selected) {
+    RemoveGroup(row);
+  }
+  AttachList();
+  BuildGroupsValue();
+}
+
+GtkWidget *AddRadioButton(GtkWidget *box, GtkWidget *group, const HeapText &label,
+                          void (*handler)()) {
+  GtkWidget *button =
+      gtk_radio_button_new_with_label_from_widget(GTK_RADIO_BUTTON(group), label.Get());
+  g_signal_connect_swapped(button, "clicked", G_CALLBACK(handler), nullptr);
+  gtk_container_add(GTK_CONTAINER(box), button);
+  gtk_widget_show(button);
+  return button;
+}
+
+void AddRadioButtons() {
+  GtkWidget *box = gtk_vbox_new(FALSE, 0);
+  gtk_container_set_border_width(GTK_CONTAINER(box), 5);
+  gtk_box_pack_start(GTK_BOX(page.box), box, TRUE, TRUE, 0);
+  gtk_box_set_spacing(GTK_BOX(box), 10);
+  page.dhcp_button = AddRadioButton(
+      box, nullptr,
+      ShownText("Get Pre-Assign Groups from DHCP Tag", "Radio_DHCPGroups", "Page_Groups"),
+      OnDhcpClicked);
+  page.static_button = AddRadioButton(
+      box, page.dhcp_button,
+      ShownText("Use Static Custom Groups", "Radio_StaticGroups", "Page_Groups"), OnStaticClicked);
+  gtk_widget_show(box);
+}
+
+void AddFrame() {
+  page.frame =
+      gtk_frame_new(ShownText("Static Custom Groups", "Frame_StaticGroups", "Page_Groups").Get());
+  gtk_container_set_border_width(GTK_CONTAINER(page.frame), 10);
+  gtk_widget_set_size_request(page.frame, 400, 200);
+  gtk_box_pack_start(GTK_BOX(page.box), page.frame, TRUE, TRUE, 10);
+  gtk_widget_show(page.frame);
+}
+
+void AddColumn(GtkCellRenderer *cell, GroupColumn text, const HeapText &title) {
+  GtkTreeViewColumn *column =
+      gtk_tree_view_column_new_with_attributes(title.Get(), cell, "text", text, nullptr);
+  gtk_tree_view_column_set_alignment(column, 0.0F);
+  gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
+  gtk_tree_view_column_set_fixed_width(column, 135);
+  gtk_tree_view_column_set_resizable(column, TRUE);
+  gtk_tree_view_append_column(GTK_TREE_VIEW(page.list_view), column);
+}
+
+void AddList(GtkWidget *box) {
+  GtkWidget *scrolled = gtk_scrolled_window_new(nullptr, nullptr);
+  gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scrolled), GTK_POLICY_AUTOMATIC,
+                                 GTK_POLICY_AUTOMATIC);
+  gtk_widget_set_size_request(scrolled, 300, 200);
+  CreateGroupList();
+  page.list_view = gtk_tree_view_new();
+  atk_object_set_name(gtk_widget_get_accessible(page.list_view),
+                      gtk_frame_get_label(GTK_FRAME(page.frame)));
+  gtk_scrolled_window_add_with_viewport(GTK_SCROLLED_WINDOW(scrolled), page.list_view);
+  AttachList();
+  ParseGroupsValue();
+  GtkCellRenderer *cell = gtk_cell_renderer_text_new();  // one for both columns
+  AddColumn(cell, kNameColumn, ShownText("Group Name", "TreeView_Col1", "Page_Groups"));
+  AddColumn(cell, kValueColumn, ShownText("Value", "TreeView_Col2", "Page_Groups"));
+  gtk_box_pack_start(GTK_BOX(box), scrolled, TRUE, TRUE, 0);
+}
+
+void AddButton(GtkWidget *box, const HeapText &label, void (*handler)()) {
+  GtkWidget *button = gtk_button_new_with_label(label.Get());
+  g_signal_connect_swapped(button, "clicked", G_CALLBACK(handler), nullptr);
+  gtk_container_add(GTK_CONTAINER(box), button);
+  gtk_widget_show(button);
+}
+
+void AddButtons(GtkWidget *box) {
+  GtkWidget *buttons = gtk_vbutton_box_new();
+  gtk_container_set_border_width(GTK_CONTAINER(buttons), 5);
+  gtk_box_pack_start(GTK_BOX(box), buttons, TRUE, TRUE, 10);
+  gtk_button_box_set_layout(GTK_BUTTON_BOX(buttons), GTK_BUTTONBOX_SPREAD);
+  gtk_box_set_spacing(GTK_BOX(buttons), 10);
+  SetMinimumButtonSize(buttons, 85, 20);
+  AddButton(buttons, ShownText("Add...", "Button_Add", "Page_Groups"), OnAddClicked);
+  AddButton(buttons, ShownText("Edit...", "Button_Edit", "Page_Groups"), OnEditClicked);
+  AddButton(buttons, ShownText("Delete", "Button_Delete", "Page_Groups"), OnDeleteClicked);
+}
+
+void FillFrame() {
+  GtkWidget *box = gtk_hbox_new(FALSE, 0);
+  gtk_container_set_border_width(GTK_CONTAINER(box), 5);
+  gtk_container_add(GTK_CONTAINER(page.frame), box);
+  AddList(box);
+  AddButtons(box);
+  gtk_widget_show_all(box);
+}
+
+// A click, because making the active radio button active would run no handler.
+void ChooseSource() {
+  gtk_button_clicked(GTK_BUTTON(WantsDhcpGroups(agent_settings[GetGroupsFromDHCP].Get())
+                                    ? page.dhcp_button
+                                    : page.static_button));
+}
+
+}  // namespace
+
+void BuildGroupsPage() {
+  page.box = gtk_vbox_new(FALSE, 0);
+  AddRadioButtons();
+  AddFrame();
+  FillFrame();
+  ChooseSource();
+  gtk_widget_show(page.box);
+}
+
+GtkWidget *GroupsPageWidget() {
+  return page.box;
+}
