@@ -47,7 +47,8 @@ pid_t StartShell(const char *command, const Pipe *output) {
   char shell[] = "sh";
   char option[] = "-c";
   char *const arguments[] = {shell, option, const_cast<char *>(command), nullptr};
-  const pid_t child = vfork();  // NOLINT(clang-analyzer-security.insecureAPI.vfork)
+  // NOLINTBEGIN(clang-analyzer-security.insecureAPI.vfork,clang-analyzer-unix.Vfork)
+  const pid_t child = vfork();
   if (child == 0) {
     if (output != nullptr) {
       JoinOutputs(*output);
@@ -55,6 +56,7 @@ pid_t StartShell(const char *command, const Pipe *output) {
     execv("/bin/sh", arguments);
     _exit(127);
   }
+  // NOLINTEND(clang-analyzer-security.insecureAPI.vfork,clang-analyzer-unix.Vfork)
   return child;
 }
 

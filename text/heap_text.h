@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <utility>
+#include <memory>
 
 // A NUL-terminated byte string on the heap, or null ("absent"). Move-only; the text is allocated at
 // its exact size and replaced whole. It says nothing about the encoding: whoever hands one out
@@ -11,16 +11,6 @@
 class HeapText {
  public:
   HeapText() = default;
-  HeapText(HeapText &&other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
-  HeapText &operator=(HeapText &&other) noexcept {
-    if (this != &other) {
-      std::free(std::exchange(text_, std::exchange(other.text_, nullptr)));
-    }
-    return *this;
-  }
-  HeapText(const HeapText &) = delete;
-  HeapText &operator=(const HeapText &) = delete;
-  ~HeapText() { std::free(text_); }
 
   // A fresh copy. Null when `text` is null or no memory is left.
   static HeapText Copy(const char *text) {
@@ -40,18 +30,21 @@ class HeapText {
   // Takes over a text from malloc, or from GLib (whose allocator is malloc).
   static HeapText Adopt(char *text) {
     HeapText owner;
-    owner.text_ = text;
+    owner.text_.reset(text);
     return owner;
   }
 
-  explicit operator bool() const { return text_ != nullptr; }
-  const char *Get() const { return text_; }                              // may be null
-  const char *OrEmpty() const { return text_ != nullptr ? text_ : ""; }  // never null
-  char *Writable() { return text_; }                                     // may be null
+  explicit operator bool() const { return static_cast<bool>(text_); }
+  const char *Get() const { return text_.get(); }                   // may be null
+  const char *OrEmpty() const { return text_ ? text_.get() : ""; }  // never null
+  char *Writable() { return text_.get(); }                          // may be null
 
   // Frees the text and leaves it absent.
-  void Reset() { *this = HeapText(); }
+  void Reset() { text_.reset(); }
 
  private:
-  char *text_ = nullptr;
+  struct Free {
+    void operator()(char *text) const { std::free(text); }
+  };
+  std::unique_ptr<char, Free> text_;
 };

@@ -105,7 +105,7 @@ TEST_F(StringTableTest, AnEmptyValueNeedsItsLineEnd) {
 }
 
 TEST_F(StringTableTest, ANulEndsTheTextOfALine) {
-  EXPECT_EQ(Value(std::string_view("[Message]\nk=a\0b\nk2=c\n", 22)), "a");
+  EXPECT_EQ(Value(std::string_view("[Message]\nk=a\0b\nk2=c\n", 21)), "a");
   EXPECT_EQ(Lookup("Message", "k2"), "c");
 }
 
