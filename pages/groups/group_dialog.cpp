@@ -202,19 +202,6 @@ HeapText FaultText(GroupFault fault) {
   return HeapText();
 }
 
-int VerdictOf(GroupFault fault) {
-  switch (fault) {
-    case GroupFault::kNone:
-      return 1;
-    case GroupFault::kValueEmpty:
-    case GroupFault::kManualValueCharacter:
-    case GroupFault::kValueCharacter:
-      return 0;
-    default:
-      return -1;
-  }
-}
-
 void ApplyGroup(GroupMode mode) {
   const GroupRow row = {RowName(UpperName(TextOf(dialog.name_entry))), TextOf(dialog.value_entry)};
   if (mode == kAddGroup) {

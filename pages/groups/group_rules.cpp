@@ -104,3 +104,19 @@ GroupFault CheckGroup(const GroupInput &input, const std::vector<GroupRow> &rows
   duplicate_found = FindRow(rows, RowName(upper_name)).has_value();
   return duplicate_found ? GroupFault::kDuplicate : GroupFault::kNone;
 }
+
+int VerdictOf(GroupFault fault) {
+  switch (fault) {
+    case GroupFault::kNone:
+      return 1;
+    case GroupFault::kValueEmpty:
+    case GroupFault::kManualValueCharacter:
+    case GroupFault::kValueCharacter:
+      return 0;
+    case GroupFault::kNameEmpty:
+    case GroupFault::kNameCharacter:
+    case GroupFault::kDuplicate:
+      break;
+  }
+  return -1;
+}

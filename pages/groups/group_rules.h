@@ -52,3 +52,6 @@ struct GroupInput {
 // after any other fault and for an edited row that keeps its name.
 GroupFault CheckGroup(const GroupInput &input, const std::vector<GroupRow> &rows,
                       bool &duplicate_found);
+
+// -1 for a fault of the name (a duplicate is one), 0 for one of the value, 1 for none.
+int VerdictOf(GroupFault fault);
