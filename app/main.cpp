@@ -4,11 +4,18 @@
 #include <cstdlib>
 
 #include "app/agent_version.h"
+#include "app/hand_over.h"
 #include "app/main_window.h"
+#include "app/platform.h"
 #include "settings/agent_settings.h"
 #include "text/string_table.h"
 
 int main(int argc, char **argv) {
+  // First of all, and an image id that is too short ends the process right here: nothing catches it.
+  const PlatformRecord platform = IdentifyPlatform();
+  if (PlatformCode(platform) == kPellion5Code && HandOverToRunningInstance()) {
+    return 0;
+  }
   LoadStringTable();
   setenv("DISPLAY", ":0.0", 0);
   gtk_init(&argc, &argv);
