@@ -1,0 +1,70 @@
+#include "pages/general/typed_duration.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <string>
+
+#include "text/trim_blanks.h"
+
+namespace {
+
+bool IsDigit(char byte) {
+  return byte >= '0' && byte <= '9';
+}
+
+// Of a text without blanks at its ends.
+bool BeginsLikeNumber(const std::string &typed) {
+  return !typed.empty() && (typed[0] == '+' || IsDigit(typed[0]));
+}
+
+std::string WithoutPlus(const std::string &typed) {
+  return typed[0] == '+' ? typed.substr(1) : typed;
+}
+
+// Not strtol's own choice: newer C libraries also know "0b" for binary there, and "0b11" is 0.
+int BaseOf(const char *number) {
+  number += std::strspn(number, " \t\n\v\f\r");
+  number += *number == '+' || *number == '-' ? 1 : 0;
+  if (*number != '0') {
+    return 10;
+  }
+  return number[1] == 'x' || number[1] == 'X' ? 16 : 8;
+}
+
+bool RoundsUp(const char *after_number) {
+  return after_number[0] == '.' && after_number[1] > '4' && IsDigit(after_number[1]);
+}
+
+TypedDuration ReadNumber(const std::string &text, int limit) {
+  char *end = nullptr;
+  long long number = std::strtoll(text.c_str(), &end, BaseOf(text.c_str()));  // saturates
+  if (end == text.c_str()) {
+    return {DurationFault::kFormat, 0};
+  }
+  if (number <= limit && RoundsUp(end)) {
+    ++number;
+  }
+  if (number > limit || number < std::numeric_limits<int>::min()) {
+    return {DurationFault::kRange, 0};
+  }
+  return {DurationFault::kNone, static_cast<int>(number)};
+}
+
+}  // namespace
+
+TypedDuration ParseTypedInterval(const char *entry_text) {
+  const std::string typed = TrimmedBlanks(entry_text);
+  if (!BeginsLikeNumber(typed)) {
+    return {DurationFault::kFormat, 0};
+  }
+  return ReadNumber(std::string(entry_text, WithoutPlus(typed).size()), kMaxInterval);
+}
+
+TypedDuration ParseTypedDelay(const char *entry_text) {
+  const std::string typed = TrimmedBlanks(entry_text);
+  if (!BeginsLikeNumber(typed)) {
+    return {DurationFault::kFormat, 0};
+  }
+  return ReadNumber(WithoutPlus(typed), kMaxDelay);
+}
