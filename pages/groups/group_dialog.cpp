@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 #include "pages/accessible.h"
 #include "pages/groups/group_list.h"
@@ -25,12 +26,14 @@ namespace {
 constexpr int kNameLimit = 50;
 constexpr int kValueLimit = 255;
 
-// The open dialog. All null when none is open, also when it was destroyed from outside.
+// The open dialog. Empty when none is open, also after it was destroyed from outside.
 struct GroupDialog {
-  GtkWidget *window;
-  GtkWidget *name_combo;
-  GtkWidget *name_entry;  // inside the combo
-  GtkWidget *value_entry;
+  GtkWidget *window = nullptr;
+  GtkWidget *name_combo = nullptr;
+  GtkWidget *name_entry = nullptr;  // inside the combo
+  GtkWidget *value_entry = nullptr;
+  std::vector<std::string> choices;  // the names that the combo shows, in its order
+  std::string filled_value;          // what the program last put into the value field
 };
 GroupDialog dialog;
 
@@ -38,8 +41,31 @@ void OnDestroyed() {
   dialog = GroupDialog();
 }
 
+// A text as the fields show it. What is stored is not always UTF-8, and in an entry or a menu such
+// bytes upset the toolkit and end the program where a screen reader listens. So the fields show a
+// replacement for them; TypedName and TypedValue put the bytes back.
+std::string Showable(const std::string &bytes) {
+  return HeapText::Adopt(g_utf8_make_valid(bytes.c_str(), -1)).OrEmpty();
+}
+
 const char *TextOf(GtkWidget *entry) {
   return gtk_entry_get_text(GTK_ENTRY(entry));
+}
+
+// Typing leaves no choice active.
+std::string TypedName() {
+  const gint choice = gtk_combo_box_get_active(GTK_COMBO_BOX(dialog.name_combo));
+  return choice < 0 ? TextOf(dialog.name_entry) : dialog.choices[static_cast<std::size_t>(choice)];
+}
+
+std::string TypedValue() {
+  const std::string text = TextOf(dialog.value_entry);
+  return text == Showable(dialog.filled_value) ? dialog.filled_value : text;
+}
+
+void FillValue(const std::string &value) {
+  dialog.filled_value = value;
+  FillGuardedEntry(GTK_ENTRY(dialog.value_entry), Showable(value).c_str());
 }
 
 // Null after a message during which the dialog was destroyed.
@@ -51,16 +77,16 @@ void FocusField(GtkWidget *field) {
 
 // A listed group's name brings its value along, even over one that the user has typed.
 void OnNameChanged() {
-  const std::string name = UpperName(TextOf(dialog.name_entry));
+  const std::string name = UpperName(TypedName().c_str());
   const std::vector<GroupRow> rows = GroupRows();
   if (name.empty() || rows.empty()) {
     return;
   }
   const std::optional<std::size_t> row = FindRow(rows, RowName(name));
   if (row.has_value()) {
-    FillGuardedEntry(GTK_ENTRY(dialog.value_entry), rows[*row].value.c_str());
+    FillValue(rows[*row].value);
   } else if (!value_typed) {
-    FillGuardedEntry(GTK_ENTRY(dialog.value_entry), "");
+    FillValue("");
   }
 }
 
@@ -157,16 +183,16 @@ void ConnectFields() {
 
 void FillFields(GroupMode mode) {
   value_typed = mode == kEditGroup;
-  const std::vector<std::string> choices = NameChoices(GroupRows());
-  for (const std::string &name : choices) {
-    gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(dialog.name_combo), name.c_str());
+  dialog.choices = NameChoices(GroupRows());
+  for (const std::string &name : dialog.choices) {
+    gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(dialog.name_combo), Showable(name).c_str());
   }
   if (mode == kEditGroup) {
-    const auto choice = std::find(choices.begin(), choices.end(), edited_group_name);
+    const auto choice = std::find(dialog.choices.begin(), dialog.choices.end(), edited_group_name);
     gtk_combo_box_set_active(GTK_COMBO_BOX(dialog.name_combo),
-                             static_cast<gint>(choice - choices.begin()));
+                             static_cast<gint>(choice - dialog.choices.begin()));
     // Only now: the name has just brought the value of the first row of that name along.
-    FillGuardedEntry(GTK_ENTRY(dialog.value_entry), edited_group_value.c_str());
+    FillValue(edited_group_value);
     gtk_widget_grab_focus(dialog.value_entry);
   }
 }
@@ -203,7 +229,7 @@ HeapText FaultText(GroupFault fault) {
 }
 
 void ApplyGroup(GroupMode mode) {
-  const GroupRow row = {RowName(UpperName(TextOf(dialog.name_entry))), TextOf(dialog.value_entry)};
+  const GroupRow row = {RowName(UpperName(TypedName().c_str())), TypedValue()};
   if (mode == kAddGroup) {
     AppendGroup(row);
   } else if (const auto index = FindRow(GroupRows(), edited_group_name)) {
@@ -225,7 +251,7 @@ bool TakeInput(GroupMode mode) {
 }  // namespace
 
 int ValidateGroup(GroupMode mode) {
-  GroupInput input = {TextOf(dialog.name_entry), TextOf(dialog.value_entry), std::nullopt};
+  GroupInput input = {TypedName(), TypedValue(), std::nullopt};
   if (mode == kEditGroup) {
     input.edited_name = edited_group_name;
   }

@@ -147,6 +147,12 @@ void AddColumn(GtkCellRenderer *cell, GroupColumn text, const HeapText &title) {
   gtk_tree_view_append_column(GTK_TREE_VIEW(page.list_view), column);
 }
 
+// For assistive tools; both can have the focus.
+void NameAsTheFrame(GtkWidget *widget) {
+  atk_object_set_name(gtk_widget_get_accessible(widget),
+                      gtk_frame_get_label(GTK_FRAME(page.frame)));
+}
+
 void AddList(GtkWidget *box) {
   GtkWidget *scrolled = gtk_scrolled_window_new(nullptr, nullptr);
   gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scrolled), GTK_POLICY_AUTOMATIC,
@@ -154,8 +160,8 @@ void AddList(GtkWidget *box) {
   gtk_widget_set_size_request(scrolled, 300, 200);
   CreateGroupList();
   page.list_view = gtk_tree_view_new();
-  atk_object_set_name(gtk_widget_get_accessible(page.list_view),
-                      gtk_frame_get_label(GTK_FRAME(page.frame)));
+  NameAsTheFrame(scrolled);
+  NameAsTheFrame(page.list_view);
   gtk_scrolled_window_add_with_viewport(GTK_SCROLLED_WINDOW(scrolled), page.list_view);
   AttachList();
   ParseGroupsValue();
