@@ -42,12 +42,19 @@ void OnStaticClicked() {
   }
 }
 
+// Null after the window was destroyed while a dialog was open.
+void SetListModel(GtkTreeModel *model) {
+  if (page.list_view != nullptr) {
+    gtk_tree_view_set_model(GTK_TREE_VIEW(page.list_view), model);
+  }
+}
+
 void AttachList() {
-  gtk_tree_view_set_model(GTK_TREE_VIEW(page.list_view), GroupList());
+  SetListModel(GroupList());
 }
 
 void DetachList() {
-  gtk_tree_view_set_model(GTK_TREE_VIEW(page.list_view), nullptr);
+  SetListModel(nullptr);
 }
 
 // The indexes of the selected rows: one at most, as the list is built.
@@ -160,6 +167,7 @@ void AddList(GtkWidget *box) {
   gtk_widget_set_size_request(scrolled, 300, 200);
   CreateGroupList();
   page.list_view = gtk_tree_view_new();
+  g_signal_connect(page.list_view, "destroy", G_CALLBACK(gtk_widget_destroyed), &page.list_view);
   NameAsTheFrame(scrolled);
   NameAsTheFrame(page.list_view);
   gtk_scrolled_window_add_with_viewport(GTK_SCROLLED_WINDOW(scrolled), page.list_view);
