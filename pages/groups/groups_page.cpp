@@ -21,7 +21,7 @@ struct GroupsPage {
   GtkWidget *frame;
   GtkWidget *list_view;
 };
-GroupsPage page;
+GroupsPage groups_page;
 
 bool IsActive(GtkWidget *button) {
   return gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(button)) == TRUE;
@@ -29,23 +29,23 @@ bool IsActive(GtkWidget *button) {
 
 // A radio button is clicked also when it is the other one that becomes active.
 void OnDhcpClicked() {
-  if (IsActive(page.dhcp_button)) {
-    gtk_widget_set_sensitive(page.frame, FALSE);
+  if (IsActive(groups_page.dhcp_button)) {
+    gtk_widget_set_sensitive(groups_page.frame, FALSE);
     agent_settings[GetGroupsFromDHCP] = HeapText::Copy("1");
   }
 }
 
 void OnStaticClicked() {
-  if (IsActive(page.static_button)) {
-    gtk_widget_set_sensitive(page.frame, TRUE);
+  if (IsActive(groups_page.static_button)) {
+    gtk_widget_set_sensitive(groups_page.frame, TRUE);
     agent_settings[GetGroupsFromDHCP] = HeapText::Copy("0");
   }
 }
 
 // Null after the window was destroyed while a dialog was open.
 void SetListModel(GtkTreeModel *model) {
-  if (page.list_view != nullptr) {
-    gtk_tree_view_set_model(GTK_TREE_VIEW(page.list_view), model);
+  if (groups_page.list_view != nullptr) {
+    gtk_tree_view_set_model(GTK_TREE_VIEW(groups_page.list_view), model);
   }
 }
 
@@ -61,7 +61,7 @@ void DetachList() {
 std::vector<std::size_t> SelectedRows() {
   std::vector<std::size_t> rows;
   GList *paths = gtk_tree_selection_get_selected_rows(
-      gtk_tree_view_get_selection(GTK_TREE_VIEW(page.list_view)), nullptr);
+      gtk_tree_view_get_selection(GTK_TREE_VIEW(groups_page.list_view)), nullptr);
   for (const GList *path = paths; path != nullptr; path = path->next) {
     rows.push_back(static_cast<std::size_t>(
         *gtk_tree_path_get_indices(static_cast<GtkTreePath *>(path->data))));
@@ -123,25 +123,32 @@ GtkWidget *AddRadioButton(GtkWidget *box, GtkWidget *group, const HeapText &labe
 void AddRadioButtons() {
   GtkWidget *box = gtk_vbox_new(FALSE, 0);
   gtk_container_set_border_width(GTK_CONTAINER(box), 5);
-  gtk_box_pack_start(GTK_BOX(page.box), box, TRUE, TRUE, 0);
+  gtk_box_pack_start(GTK_BOX(groups_page.box), box, TRUE, TRUE, 0);
   gtk_box_set_spacing(GTK_BOX(box), 10);
-  page.dhcp_button = AddRadioButton(
+  groups_page.dhcp_button = AddRadioButton(
       box, nullptr,
       ShownText("Get Pre-Assign Groups from DHCP Tag", "Radio_DHCPGroups", "Page_Groups"),
       OnDhcpClicked);
-  page.static_button = AddRadioButton(
-      box, page.dhcp_button,
+  groups_page.static_button = AddRadioButton(
+      box, groups_page.dhcp_button,
       ShownText("Use Static Custom Groups", "Radio_StaticGroups", "Page_Groups"), OnStaticClicked);
   gtk_widget_show(box);
 }
 
-void AddFrame() {
-  page.frame =
+// The box inside the frame.
+GtkWidget *AddFrame() {
+  GtkWidget *frame =
       gtk_frame_new(ShownText("Static Custom Groups", "Frame_StaticGroups", "Page_Groups").Get());
-  gtk_container_set_border_width(GTK_CONTAINER(page.frame), 10);
-  gtk_widget_set_size_request(page.frame, 400, 200);
-  gtk_box_pack_start(GTK_BOX(page.box), page.frame, TRUE, TRUE, 10);
-  gtk_widget_show(page.frame);
+  gtk_container_set_border_width(GTK_CONTAINER(frame), 10);
+  gtk_widget_set_size_request(frame, 400, 200);
+  gtk_box_pack_start(GTK_BOX(groups_page.box), frame, TRUE, TRUE, 10);
+  gtk_widget_show(frame);
+  groups_page.frame = frame;
+  GtkWidget *box = gtk_hbox_new(FALSE, 0);
+  gtk_container_set_border_width(GTK_CONTAINER(box), 5);
+  gtk_container_add(GTK_CONTAINER(frame), box);
+  gtk_widget_show(box);
+  return box;
 }
 
 void AddColumn(GtkCellRenderer *cell, GroupColumn text, const HeapText &title) {
@@ -151,13 +158,13 @@ void AddColumn(GtkCellRenderer *cell, GroupColumn text, const HeapText &title) {
   gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
   gtk_tree_view_column_set_fixed_width(column, 135);
   gtk_tree_view_column_set_resizable(column, TRUE);
-  gtk_tree_view_append_column(GTK_TREE_VIEW(page.list_view), column);
+  gtk_tree_view_append_column(GTK_TREE_VIEW(groups_page.list_view), column);
 }
 
 // For assistive tools; both can have the focus.
 void NameAsTheFrame(GtkWidget *widget) {
   atk_object_set_name(gtk_widget_get_accessible(widget),
-                      gtk_frame_get_label(GTK_FRAME(page.frame)));
+                      gtk_frame_get_label(GTK_FRAME(groups_page.frame)));
 }
 
 void AddList(GtkWidget *box) {
@@ -166,17 +173,19 @@ void AddList(GtkWidget *box) {
                                  GTK_POLICY_AUTOMATIC);
   gtk_widget_set_size_request(scrolled, 300, 200);
   CreateGroupList();
-  page.list_view = gtk_tree_view_new();
-  g_signal_connect(page.list_view, "destroy", G_CALLBACK(gtk_widget_destroyed), &page.list_view);
+  groups_page.list_view = gtk_tree_view_new();
+  g_signal_connect(groups_page.list_view, "destroy", G_CALLBACK(gtk_widget_destroyed),
+                   &groups_page.list_view);
   NameAsTheFrame(scrolled);
-  NameAsTheFrame(page.list_view);
-  gtk_scrolled_window_add_with_viewport(GTK_SCROLLED_WINDOW(scrolled), page.list_view);
+  NameAsTheFrame(groups_page.list_view);
+  gtk_scrolled_window_add_with_viewport(GTK_SCROLLED_WINDOW(scrolled), groups_page.list_view);
   AttachList();
   ParseGroupsValue();
   GtkCellRenderer *cell = gtk_cell_renderer_text_new();  // one for both columns
   AddColumn(cell, kNameColumn, ShownText("Group Name", "TreeView_Col1", "Page_Groups"));
   AddColumn(cell, kValueColumn, ShownText("Value", "TreeView_Col2", "Page_Groups"));
   gtk_box_pack_start(GTK_BOX(box), scrolled, TRUE, TRUE, 0);
+  gtk_widget_show_all(scrolled);
 }
 
 void AddButton(GtkWidget *box, const HeapText &label, void (*handler)()) {
@@ -196,35 +205,28 @@ void AddButtons(GtkWidget *box) {
   AddButton(buttons, ShownText("Add...", "Button_Add", "Page_Groups"), OnAddClicked);
   AddButton(buttons, ShownText("Edit...", "Button_Edit", "Page_Groups"), OnEditClicked);
   AddButton(buttons, ShownText("Delete", "Button_Delete", "Page_Groups"), OnDeleteClicked);
-}
-
-void FillFrame() {
-  GtkWidget *box = gtk_hbox_new(FALSE, 0);
-  gtk_container_set_border_width(GTK_CONTAINER(box), 5);
-  gtk_container_add(GTK_CONTAINER(page.frame), box);
-  AddList(box);
-  AddButtons(box);
-  gtk_widget_show_all(box);
+  gtk_widget_show(buttons);
 }
 
 // A click, because making the active radio button active would run no handler.
 void ChooseSource() {
   gtk_button_clicked(GTK_BUTTON(WantsDhcpGroups(agent_settings[GetGroupsFromDHCP].Get())
-                                    ? page.dhcp_button
-                                    : page.static_button));
+                                    ? groups_page.dhcp_button
+                                    : groups_page.static_button));
 }
 
 }  // namespace
 
 void BuildGroupsPage() {
-  page.box = gtk_vbox_new(FALSE, 0);
+  groups_page.box = gtk_vbox_new(FALSE, 0);
   AddRadioButtons();
-  AddFrame();
-  FillFrame();
+  GtkWidget *static_groups = AddFrame();
+  AddList(static_groups);
+  AddButtons(static_groups);
   ChooseSource();
-  gtk_widget_show(page.box);
+  gtk_widget_show(groups_page.box);
 }
 
 GtkWidget *GroupsPageWidget() {
-  return page.box;
+  return groups_page.box;
 }
