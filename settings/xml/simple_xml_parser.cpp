@@ -1,0 +1,211 @@
+// From a text to a tree, by recursive descent over the tokens.
+#include <cstring>
+
+#include "settings/xml/allocate.h"
+#include "settings/xml/require.h"
+#include "settings/xml/simple_xml.h"
+#include "settings/xml/simple_xml_tokens.h"
+
+namespace {
+
+constexpr int32_t kGrowBy = 5;
+
+bool ParseElement(SimpleXML *xml, SimpleXMLElement *element, int32_t level);
+
+// Sets the error of a token that does not belong where it stands; the end of the text is none.
+bool Refuse(SimpleXML *xml, const Token &token, SimpleXMLError error) {
+  if (token.kind != TokenKind::kEnd) {
+    xml->error = error;
+  }
+  return false;
+}
+
+char *Copy(const SimpleXML *xml, const Token &token) {
+  return SimpleStrdup(xml->xml + token.begin, token.length);
+}
+
+// Where the node that was just added began.
+void SetPosition(SimpleXMLElement *element, int32_t position) {
+  element->nodes[element->node_count - 1].position = position;
+}
+
+bool ParseAttribute(SimpleXML *xml, SimpleXMLElement *element, const Token &name) {
+  SimpleXMLAttribute *attribute = SimpleAddAttribute(element, Copy(xml, name), nullptr, kGrowBy);
+  SetPosition(element, name.begin);
+  const int32_t after_name = xml->position;
+  if (ReadToken(xml).kind != TokenKind::kEquals) {
+    xml->position = after_name;
+    return true;
+  }
+  const Token value = ReadToken(xml);
+  if (value.kind != TokenKind::kWord && value.kind != TokenKind::kQuoted) {
+    return Refuse(xml, value, kSimpleXMLMisplacedToken);
+  }
+  attribute->value = Copy(xml, value);
+  return true;
+}
+
+// Reads up to the end of a start tag. How it ended: ">", "/>", or the end where parsing stopped.
+TokenKind ParseTag(SimpleXML *xml, SimpleXMLElement *element) {
+  for (;;) {
+    const Token token = ReadToken(xml);
+    if (token.kind == TokenKind::kTagClose || token.kind == TokenKind::kEmptyTagClose) {
+      xml->inside_content = true;  // this element's, or of the one around it
+      return token.kind;
+    }
+    if (token.kind != TokenKind::kWord) {
+      Refuse(xml, token, kSimpleXMLMisplacedToken);
+      return TokenKind::kEnd;
+    }
+    if (!ParseAttribute(xml, element, token)) {
+      return TokenKind::kEnd;
+    }
+  }
+}
+
+// The "?" of an instruction's "?>" was read as part of the last name or value, or as a name of its
+// own, which stays as an attribute with an empty name.
+void DropQuestionMark(SimpleXMLElement *element) {
+  if (element->processing_instruction == 0 || element->node_count == 0) {
+    return;
+  }
+  const SimpleXMLAttribute *last = element->nodes[element->node_count - 1].object.attribute;
+  char *text = last->value != nullptr ? last->value : last->name;
+  const size_t length = strlen(text);
+  if (length > 0 && text[length - 1] == '?') {
+    text[length - 1] = '\0';
+  }
+}
+
+void ParseText(SimpleXML *xml, SimpleXMLElement *element, int32_t begin) {
+  Token token;
+  do {
+    token = ReadToken(xml);
+  } while (IsText(token));
+  xml->position = token.begin;
+  const int32_t length = SimpleFindEndOfText(xml, begin) - begin;
+  SimpleAddText(element, SimpleStrdup(xml->xml + begin, length), kGrowBy);
+  SetPosition(element, begin);
+}
+
+bool ReadStartTagName(SimpleXML *xml) {
+  const Token name = ReadToken(xml);
+  if (name.kind != TokenKind::kWord) {
+    return Refuse(xml, name, kSimpleXMLNoElementName);
+  }
+  xml->start_tag = xml->xml + name.begin;
+  xml->start_tag_length = name.length;
+  return true;
+}
+
+SimpleXMLElement *AddPendingElement(SimpleXML *xml, SimpleXMLElement *parent,
+                                    const Token &opening) {
+  const int32_t instruction = opening.kind == TokenKind::kInstructionOpen ? 1 : 0;
+  char *name = SimpleStrdup(xml->start_tag, xml->start_tag_length);
+  xml->start_tag = nullptr;
+  xml->start_tag_length = 0;
+  SimpleXMLElement *child = SimpleAddElement(parent, name, instruction, kGrowBy);
+  SetPosition(parent, opening.begin);
+  return child;
+}
+
+bool ParseChild(SimpleXML *xml, SimpleXMLElement *parent, const Token &opening, int32_t level) {
+  if (!ReadStartTagName(xml)) {
+    return false;
+  }
+  if (level > kSimpleXMLMaxLevels) {
+    xml->error = kSimpleXMLTooDeep;
+    return false;
+  }
+  xml->inside_content = false;
+  return ParseElement(xml, AddPendingElement(xml, parent, opening), level);
+}
+
+// Leaves the name pending until its element takes it.
+bool ReadEndTag(SimpleXML *xml) {
+  const Token name = ReadToken(xml);
+  if (name.kind != TokenKind::kWord) {
+    return Refuse(xml, name, kSimpleXMLNoEndTagName);
+  }
+  const Token close = ReadToken(xml);
+  if (close.kind != TokenKind::kTagClose) {
+    return Refuse(xml, close, kSimpleXMLNoEndTagName);
+  }
+  xml->end_tag = xml->xml + name.begin;
+  xml->end_tag_length = name.length;
+  return true;
+}
+
+// Ends the element at the pending end tag, which stays pending when it is not the element's own.
+// Only the length of the element's name is compared: "</abc>" ends an element "ab".
+bool CloseAtEndTag(SimpleXML *xml, const SimpleXMLElement *element) {
+  if (element->name == nullptr) {
+    xml->error = kSimpleXMLUnmatchedEndTag;
+    return false;
+  }
+  const size_t length = strlen(element->name);
+  if (static_cast<size_t>(xml->end_tag_length) >= length &&
+      memcmp(xml->end_tag, element->name, length) == 0) {
+    xml->end_tag = nullptr;
+    xml->end_tag_length = 0;
+  }
+  return true;
+}
+
+bool ParseContent(SimpleXML *xml, SimpleXMLElement *element, int32_t level) {
+  while (xml->end_tag == nullptr) {
+    const Token token = ReadToken(xml);
+    bool parsed = true;
+    if (IsText(token)) {
+      ParseText(xml, element, token.begin);
+    } else if (token.kind == TokenKind::kTagOpen || token.kind == TokenKind::kInstructionOpen) {
+      parsed = ParseChild(xml, element, token, level + 1);
+    } else if (token.kind == TokenKind::kEndTagOpen) {
+      parsed = ReadEndTag(xml);
+    } else {
+      parsed = Refuse(xml, token, kSimpleXMLMisplacedToken);
+    }
+    if (!parsed) {
+      return false;
+    }
+  }
+  return CloseAtEndTag(xml, element);
+}
+
+// True when the element was completed; `level` is 0 for the container at the root.
+bool ParseElement(SimpleXML *xml, SimpleXMLElement *element, int32_t level) {
+  if (!xml->inside_content) {
+    const TokenKind ending = ParseTag(xml, element);
+    DropQuestionMark(element);
+    if (ending != TokenKind::kTagClose) {
+      return ending == TokenKind::kEmptyTagClose;
+    }
+  }
+  return ParseContent(xml, element, level);
+}
+
+}  // namespace
+
+int32_t SimpleParseXMLElement(SimpleXML *in_xml, SimpleXMLElement *element) {
+  REQUIRE(in_xml != nullptr, "inXML");
+  REQUIRE(in_xml->xml != nullptr, "inXML->xml");
+  REQUIRE(element != nullptr, "element");
+  return ParseElement(in_xml, element, 0) ? 1 : 0;
+}
+
+SimpleXMLElement *SimpleParseXML(const char *text, int32_t length, int32_t *error) {
+  REQUIRE(error != nullptr, "error");
+  REQUIRE(length >= 0, "length >= 0");
+  SimpleXML xml{};
+  xml.xml = text;
+  xml.length = length;
+  xml.inside_content = true;
+  SimpleXMLElement *root = Allocate<SimpleXMLElement>();
+  SimpleParseXMLElement(&xml, root);
+  *error = xml.error;
+  if (xml.error != kSimpleXMLNoError) {
+    SimpleDeleteElement(root);
+    return nullptr;
+  }
+  return root;
+}

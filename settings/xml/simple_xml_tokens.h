@@ -1,0 +1,28 @@
+// The parser's tokens. Internal to the XML module.
+#pragma once
+
+#include "settings/xml/simple_xml.h"
+
+enum class TokenKind : int32_t {
+  kWord = 0,
+  kQuoted = 1,           // with its quotes
+  kTagOpen = 2,          // <
+  kEndTagOpen = 3,       // </
+  kTagClose = 4,         // >
+  kEquals = 5,           // =
+  kInstructionOpen = 6,  // <?
+  kEmptyTagClose = 7,    // />
+  kEnd = 8,              // the end of the text, or a quote that is not closed: an error is set then
+};
+
+struct Token {
+  TokenKind kind;
+  int32_t begin;  // in bytes from the start of the source
+  int32_t length;
+};
+
+// Skips white space, reads one token and moves the read position behind it.
+Token ReadToken(SimpleXML *xml);
+
+// Whether the token can stand in a text between tags.
+bool IsText(const Token &token);

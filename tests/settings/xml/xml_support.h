@@ -1,0 +1,102 @@
+// What the tests of the XML document share.
+#pragma once
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "settings/xml/simple_xml.h"
+
+struct XmlDeleter {
+  void operator()(SimpleXMLElement *element) const { SimpleDeleteElement(element); }
+  void operator()(char *text) const { std::free(text); }
+};
+using XmlTree = std::unique_ptr<SimpleXMLElement, XmlDeleter>;
+using XmlText = std::unique_ptr<char, XmlDeleter>;
+
+// A text without a terminator that ends where readable memory does: reading past it is a crash.
+class GuardedText {
+ public:
+  explicit GuardedText(std::string_view text) {
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t readable = (text.size() / page + 1) * page;
+    size_ = readable + page;
+    base_ = static_cast<char *>(
+        mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+    mprotect(base_ + readable, page, PROT_NONE);
+    text_ = base_ + readable - text.size();
+    std::memcpy(text_, text.data(), text.size());
+  }
+  ~GuardedText() { munmap(base_, size_); }
+  GuardedText(const GuardedText &) = delete;
+  GuardedText &operator=(const GuardedText &) = delete;
+
+  const char *Get() const { return text_; }
+
+ private:
+  std::size_t size_;
+  char *base_;
+  char *text_;
+};
+
+inline XmlTree Parse(std::string_view text, int32_t *error) {
+  const GuardedText source(text);
+  return XmlTree(SimpleParseXML(source.Get(), static_cast<int32_t>(text.size()), error));
+}
+
+inline XmlTree Parse(std::string_view text) {
+  int32_t error = 0;
+  return Parse(text, &error);
+}
+
+inline XmlTree EmptyTree() {
+  return Parse("");
+}
+
+// The first child element.
+inline SimpleXMLElement *Top(const XmlTree &tree) {
+  int32_t index = 0;
+  SimpleXMLNode *node = SimpleEnumElements(tree.get(), &index);
+  return node == nullptr ? nullptr : node->object.element;
+}
+
+inline std::string Written(const SimpleXMLElement *element, int32_t formatted) {
+  std::size_t size = 0;
+  const XmlText text(SimpleCreateXMLString(element, formatted, &size));
+  return std::string(text.get(), size);
+}
+
+// A tree in one line: an element is its name ("?" before an instruction's) and its nodes in braces,
+// an attribute @name or @name=value, a text stands in square brackets.
+inline std::string Outline(const SimpleXMLElement *element) {
+  std::string outline = element->processing_instruction != 0 ? "?" : "";
+  outline += element->name == nullptr ? "" : element->name;
+  outline += '{';
+  for (int32_t i = 0; i < element->node_count; ++i) {
+    const SimpleXMLNode &node = element->nodes[i];
+    outline += i == 0 ? "" : " ";
+    switch (node.kind) {
+      case kSimpleXMLAttributeNode:
+        outline += std::string("@") + node.object.attribute->name;
+        if (node.object.attribute->value != nullptr) {
+          outline += std::string("=") + node.object.attribute->value;
+        }
+        break;
+      case kSimpleXMLElementNode:
+        outline += Outline(node.object.element);
+        break;
+      case kSimpleXMLTextNode:
+        outline += std::string("[") + node.object.text->text + "]";
+        break;
+      default:
+        outline += "unknown";
+    }
+  }
+  return outline + '}';
+}
