@@ -1,0 +1,170 @@
+// What the settings file does when a step of the system fails under it.
+#include <gtest/gtest.h>
+#include <seccomp.h>
+#include <sys/fsuid.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "settings/xml/settings_file.h"
+#include "tests/support/temp_dir.h"
+
+namespace {
+
+// A system call that fails, if its arguments are these.
+struct Fault {
+  const char *what;
+  int call;
+  int error;
+  std::vector<scmp_arg_cmp> arguments;
+};
+
+std::ostream &operator<<(std::ostream &stream, const Fault &fault) {
+  return stream << fault.what;
+}
+
+// The result of an operation on a thread whose system fails as told; other threads see none of it.
+template <typename Operation>
+int WithFault(const Fault &fault, Operation operation) {
+  int result = 0;
+  std::thread([&] {
+    scmp_filter_ctx filter = seccomp_init(SCMP_ACT_ALLOW);
+    ASSERT_EQ(seccomp_rule_add_array(filter, SCMP_ACT_ERRNO(static_cast<unsigned>(fault.error)),
+                                     fault.call, static_cast<unsigned>(fault.arguments.size()),
+                                     fault.arguments.data()),
+              0);
+    ASSERT_EQ(seccomp_load(filter), 0);
+    seccomp_release(filter);
+    result = operation();
+  }).join();
+  return result;
+}
+
+scmp_arg_cmp FlagsHold(unsigned argument, std::uint64_t flags) {
+  return {argument, SCMP_CMP_MASKED_EQ, flags, flags};
+}
+
+scmp_arg_cmp Is(unsigned argument, std::uint64_t value) {
+  return {argument, SCMP_CMP_EQ, value, 0};
+}
+
+constexpr char kSource[] = "<a>one</a>";
+constexpr char kSaved[] = "<a>two</a>\n";
+
+// Mappings of the file, told from those of the allocator by what only they are.
+const Fault kMmapFails = {"mmap", SCMP_SYS(mmap), ENOMEM, {FlagsHold(3, MAP_SHARED)}};
+const Fault kCloseFails = {"close", SCMP_SYS(close), EIO, {}};
+
+class FaultTest : public testing::TestWithParam<Fault> {
+ protected:
+  ~FaultTest() override { SaveSettingsFile(0); }
+
+  TempDir directory_;
+  std::string path_ = directory_.Write("settings.xml", kSource);
+};
+
+using SaveFault = FaultTest;
+using LoadFault = FaultTest;
+using EnsureFault = FaultTest;
+
+TEST_P(SaveFault, GivesMinusOneAndKeepsTheDocument) {
+  ASSERT_EQ(LoadSettingsFile(path_.c_str()), 0);
+  SimpleXmlParserSet("/a", strdup("two"));
+  EXPECT_EQ(WithFault(GetParam(), [] { return SaveSettingsFile(1); }), -1);
+  ASSERT_NE(SimpleXmlParserGet("/a"), nullptr);
+  EXPECT_STREQ(SimpleXmlParserGet("/a"), "two");
+  EXPECT_EQ(SaveSettingsFile(1), 0);
+  EXPECT_EQ(directory_.Read("settings.xml"), kSaved);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EachStep, SaveFault,
+    testing::Values(Fault{"openat", SCMP_SYS(openat), EROFS, {}},
+                    Fault{"ftruncate", SCMP_SYS(ftruncate), EIO, {}},
+                    Fault{"fallocate", SCMP_SYS(fallocate), ENOSPC, {}}, kMmapFails, kCloseFails,
+                    Fault{"msync", SCMP_SYS(msync), EIO, {FlagsHold(2, MS_SYNC)}},
+                    Fault{"munmap", SCMP_SYS(munmap), EINVAL, {Is(1, sizeof kSaved - 1)}}),
+    testing::PrintToStringParamName());
+
+TEST_P(LoadFault, GivesMinusOneAndKeepsTheDocumentBefore) {
+  ASSERT_EQ(LoadSettingsFile(directory_.Write("before.xml", "<a>before</a>").c_str()), 0);
+  EXPECT_EQ(WithFault(GetParam(), [this] { return LoadSettingsFile(path_.c_str()); }), -1);
+  EXPECT_STREQ(SimpleXmlParserGet("/a"), "before");
+}
+
+INSTANTIATE_TEST_SUITE_P(EachStep, LoadFault,
+                         testing::Values(Fault{"openat", SCMP_SYS(openat), EACCES, {}},
+                                         Fault{"fstat", SCMP_SYS(newfstatat), EIO, {}}, kMmapFails,
+                                         kCloseFails),
+                         testing::PrintToStringParamName());
+
+TEST_F(FaultTest, LoadingGivesMinusOneWithTheNewDocumentWhenUnmappingFails) {
+  const Fault fault = {"munmap", SCMP_SYS(munmap), EINVAL, {Is(1, sizeof kSource - 1)}};
+  EXPECT_EQ(WithFault(fault, [this] { return LoadSettingsFile(path_.c_str()); }), -1);
+  EXPECT_STREQ(SimpleXmlParserGet("/a"), "one");
+}
+
+TEST_P(EnsureFault, GivesMinusOne) {
+  const std::string path = directory_.Path("one/settings.xml");
+  EXPECT_EQ(WithFault(GetParam(), [&path] { return EnsureSettingsFile(path.c_str()); }), -1);
+}
+
+INSTANTIATE_TEST_SUITE_P(EachStep, EnsureFault,
+                         testing::Values(Fault{"mkdir", SCMP_SYS(mkdir), EACCES, {}},
+                                         Fault{"openat", SCMP_SYS(openat), EACCES, {}},
+                                         Fault{"write", SCMP_SYS(write), ENOSPC, {Is(2, 247)}},
+                                         kCloseFails),
+                         testing::PrintToStringParamName());
+
+TEST_F(FaultTest, AnExistingFileIsThereEvenIfClosingItFails) {
+  EXPECT_EQ(WithFault(kCloseFails, [this] { return EnsureSettingsFile(path_.c_str()); }), 0);
+}
+
+// Rights bind the thread then, even one of the superuser.
+template <typename Operation>
+int AsNobody(Operation operation) {
+  int result = 0;
+  std::thread([&] {
+    setfsuid(65534);
+    result = operation();
+  }).join();
+  return result;
+}
+
+TEST_F(FaultTest, AFileThatIsReadOnlyIsNeitherLoadedNorSaved) {
+  std::filesystem::permissions(directory_.Path(), std::filesystem::perms{0755});
+  ASSERT_EQ(LoadSettingsFile(path_.c_str()), 0);
+  ASSERT_EQ(chmod(path_.c_str(), 0444), 0);
+  EXPECT_EQ(AsNobody([] { return SaveSettingsFile(1); }), -1);
+  EXPECT_STREQ(SimpleXmlParserGet("/a"), "one");
+  EXPECT_EQ(AsNobody([this] { return LoadSettingsFile(path_.c_str()); }), -1);
+  EXPECT_EQ(AsNobody([this] { return EnsureSettingsFile(path_.c_str()); }), -1);
+  EXPECT_EQ(directory_.Read("settings.xml"), kSource);
+}
+
+TEST_F(FaultTest, SavingFailsWhenTheDirectoryHasVanished) {
+  directory_.MakeDirectory("gone");
+  ASSERT_EQ(LoadSettingsFile(directory_.Write("gone/settings.xml", kSource).c_str()), 0);
+  std::filesystem::remove_all(directory_.Path("gone"));
+  EXPECT_EQ(SaveSettingsFile(1), -1);
+  EXPECT_FALSE(std::filesystem::exists(directory_.Path("gone")));
+  EXPECT_STREQ(SimpleXmlParserGet("/a"), "one");
+}
+
+TEST_F(FaultTest, SavingFailsWhenADirectoryHasTakenTheFilesPlace) {
+  ASSERT_EQ(LoadSettingsFile(path_.c_str()), 0);
+  std::filesystem::remove(path_);
+  directory_.MakeDirectory("settings.xml");
+  EXPECT_EQ(SaveSettingsFile(1), -1);
+  EXPECT_STREQ(SimpleXmlParserGet("/a"), "one");
+}
+
+}  // namespace

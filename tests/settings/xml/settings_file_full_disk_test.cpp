@@ -1,0 +1,46 @@
+// The settings file on a disk without room. Runs in a sandbox in which /mnt is a disk of 8 KiB.
+#include <gtest/gtest.h>
+#include <sys/statvfs.h>
+
+#include <cstring>
+#include <fstream>
+#include <string>
+
+#include "settings/xml/settings_file.h"
+
+namespace {
+
+constexpr char kPath[] = "/mnt/settings.xml";
+
+class FullDisk : public testing::Test {
+ protected:
+  void SetUp() override {
+    struct statvfs disk;
+    ASSERT_EQ(statvfs("/mnt", &disk), 0);
+    ASSERT_EQ(disk.f_blocks * disk.f_frsize, 8192U) << "not inside the sandbox";
+  }
+  ~FullDisk() override {
+    SaveSettingsFile(0);
+    std::remove(kPath);
+    std::remove("/mnt/filler");
+  }
+
+  static void FillTheDisk() { std::ofstream("/mnt/filler") << std::string(8192, 'x'); }
+};
+
+TEST_F(FullDisk, ADocumentThatDoesNotFitGivesMinusOneAndNoSignal) {
+  ASSERT_EQ(EnsureSettingsFile(kPath), 0);
+  ASSERT_EQ(LoadSettingsFile(kPath), 0);
+  SimpleXmlParserSet("/Agent/PreAssignGroups", strdup(std::string(20000, 'x').c_str()));
+  EXPECT_EQ(SaveSettingsFile(1), -1);
+  EXPECT_STREQ(SimpleXmlParserGet("/Agent/LogLevel"), "2");
+  SimpleXmlParserSet("/Agent/PreAssignGroups", strdup("fits"));
+  EXPECT_EQ(SaveSettingsFile(1), 0);
+}
+
+TEST_F(FullDisk, TheDefaultDocumentCannotBeWritten) {
+  FillTheDisk();
+  EXPECT_EQ(EnsureSettingsFile(kPath), -1);
+}
+
+}  // namespace
