@@ -1,0 +1,38 @@
+"""The list of texts, translations/en_US.txt, is what stands in the code."""
+import ast
+import pathlib
+import re
+
+ROOT = pathlib.Path(__file__).parents[2]
+# At a call and in a table of rows alike the English text stands before its key: ("Text", "Key".
+# The text may be in several pieces.
+STRING = r'"(?:[^"\\\n]|\\.)*"'
+TEXT_AND_KEY = re.compile(
+    rf'({STRING}(?:\s+{STRING})*),\s*'
+    r'"(Title|(?:Button|Frame|Label|Msg|Page|Radio|Time|Title|TreeView)_\w+|\w+_Store_Item\d+)"')
+
+
+def listed_texts():
+    texts = {}
+    for line in (ROOT / "translations/en_US.txt").read_text(encoding="ascii").splitlines():
+        if line and line[0] not in "#[":
+            key, text = line.split(" = ", 1)
+            assert key not in texts
+            texts[key] = text
+    return texts
+
+
+def texts_in_code():
+    """The texts by key, as the list writes them."""
+    texts = {}
+    for folder in ("app", "pages", "settings", "text"):
+        for source in sorted((ROOT / folder).rglob("*.[ch]*")):
+            for literals, key in TEXT_AND_KEY.findall(source.read_text(encoding="utf-8")):
+                text = "".join(map(ast.literal_eval, re.findall(STRING, literals)))
+                text = text.replace("\n", "<br>")
+                assert texts.setdefault(key, text) == text, f"{key} has two texts"
+    return texts
+
+
+def test_the_list_is_what_stands_in_the_code():
+    assert texts_in_code() == listed_texts()
