@@ -3,15 +3,18 @@
 #include <string_view>
 
 #include "text/heap_text.h"
+#include "text/to_utf8.h"
 
 namespace {
 
-// What an entry lost last within the current turn of the main loop. Typing and pasting over a
-// selection first delete it and then insert: when the insertion is refused, this brings it back.
+// What the guard knows of its entry. Typing and pasting over a selection first delete it and then
+// insert: when the insertion is refused, what was deleted in the same turn of the main loop is
+// brought back.
 struct Guard {
-  bool filling = false;  // the program is setting the text
-  bool refused = false;  // an insertion was refused in this turn
-  HeapText deleted;
+  std::string filled;                           // what the program has filled in last
+  bool filling = false;                         // it is doing so now
+  bool refused = false;                         // an insertion was refused in this turn
+  HeapText deleted;                             // last in this turn
   gint deleted_at = 0;                          // characters
   gint selection_start = 0, selection_end = 0;  // characters, as they were before the deletion
   guint end_of_turn = 0;                        // the idle source that settles the turn, or 0
@@ -102,9 +105,16 @@ void GuardEntry(GtkEntry *entry) {
   g_signal_connect(entry, "insert-text", G_CALLBACK(OnInsertText), nullptr);
 }
 
-void FillGuardedEntry(GtkEntry *entry, const char *text) {
+void FillGuardedEntry(GtkEntry *entry, const char *bytes) {
   Guard &guard = *GuardOf(entry);
+  guard.filled = bytes;
   guard.filling = true;
-  gtk_entry_set_text(entry, text);
+  gtk_entry_set_text(entry, ShowableBytes(bytes).OrEmpty());
   guard.filling = false;
+}
+
+std::string GuardedText(GtkEntry *entry) {
+  const std::string &filled = GuardOf(entry)->filled;
+  const std::string text = gtk_entry_get_text(entry);
+  return text == ShowableBytes(filled.c_str()).OrEmpty() ? filled : text;
 }

@@ -7,11 +7,18 @@
 
 #include <gtk/gtk.h>
 
+#include <string>
+
 // From now on, text that the user types, pastes or drops into `entry` is refused whole, with the
 // error bell, when it holds a single quote, a line feed or a carriage return; a selection that it
 // would have replaced stays. Texts set by the program must come through FillGuardedEntry or, in the
 // entry of a combo box, from the active row.
 void GuardEntry(GtkEntry *entry);
 
-// Sets the entry's text, whatever it holds, as gtk_entry_set_text does (UTF-8, not null).
-void FillGuardedEntry(GtkEntry *entry, const char *text);
+// Sets the entry's text to any bytes (not null), whatever they hold. What is no UTF-8 in them is
+// shown as a replacement.
+void FillGuardedEntry(GtkEntry *entry, const char *bytes);
+
+// The entry's text: the bytes that it was last filled with as long as it shows just these, else
+// UTF-8.
+std::string GuardedText(GtkEntry *entry);

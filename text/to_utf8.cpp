@@ -12,3 +12,7 @@ HeapText ShownText(const char *english, const char *key, const char *section) {
   HeapText shown = ToUtf8(LookupText(section, key, english).OrEmpty());
   return shown ? std::move(shown) : HeapText::Copy("");
 }
+
+HeapText ShowableBytes(const char *bytes) {
+  return HeapText::Adopt(g_utf8_make_valid(bytes, -1));
+}

@@ -10,3 +10,8 @@ HeapText ToUtf8(const char *text);
 // LookupText, then ToUtf8: how every visible text of the program is made, right before it is shown.
 // Never null: a text that has no UTF-8 form in this locale is empty.
 HeapText ShownText(const char *english, const char *key, const char *section);
+
+// Bytes of the registry or the agent, which go through no charset, as they can be shown: what is no
+// UTF-8 in them becomes U+FFFD. Such bytes upset the toolkit, and they end the program where a
+// screen reader listens. Null only when no memory is left.
+HeapText ShowableBytes(const char *bytes);

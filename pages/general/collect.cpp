@@ -6,6 +6,7 @@
 #include "pages/general/duration_choices.h"
 #include "pages/general/gateway.h"
 #include "pages/general/general_page_widgets.h"
+#include "pages/quote_guard.h"
 #include "settings/agent_settings.h"
 #include "text/message_dialogs.h"
 #include "text/to_utf8.h"
@@ -17,7 +18,7 @@ int refresh_holds = 0;
 
 // True when the entry is empty or names a gateway; the setting holds its text in any case.
 bool TakeGateway(GtkWidget *entry, Setting setting) {
-  std::string gateway = TrimmedBlanks(gtk_entry_get_text(GTK_ENTRY(entry)));
+  std::string gateway = TrimmedBlanks(GuardedText(GTK_ENTRY(entry)).c_str());
   agent_settings[setting] = HeapText::Copy(gateway.c_str());
   return gateway.empty() || CheckGateway(gateway);  // replaces its argument
 }

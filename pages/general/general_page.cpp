@@ -35,7 +35,8 @@ void AddVersion(const char *agent_version) {
   GtkWidget *label =
       AddVersionLabel(inner, ShownText("Agent Version :", "Label_AgentVer", "Page_General").Get(),
                       GTK_JUSTIFY_CENTER);
-  LabelField(label, AddVersionLabel(inner, agent_version, GTK_JUSTIFY_LEFT));
+  const HeapText version = agent_version == nullptr ? HeapText() : ShowableBytes(agent_version);
+  LabelField(label, AddVersionLabel(inner, version.Get(), GTK_JUSTIFY_LEFT));
 }
 
 // The box inside the frame.

@@ -3,8 +3,9 @@
 
 #include <gtk/gtk.h>
 
-// Builds the page, once, after the settings and the string table were loaded. The version (null:
-// none is known) is shown as it stands, its line end included; the text stays the caller's.
+// Builds the page, once, after the settings and the string table were loaded. The version
+// (bytes; null: none is known) is shown as it stands, its line end included; the text stays the
+// caller's.
 void BuildGeneralPage(const char *agent_version);
 
 // The built page, for whoever puts it into the notebook and thereby owns it.

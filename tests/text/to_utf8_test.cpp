@@ -39,4 +39,10 @@ TEST_F(ToUtf8Test, ShownTextIsEmptyWhereThereIsNoUtf8Form) {
   EXPECT_STREQ(ShownText("OK", "Button_OK", "General").Get(), "");
 }
 
+TEST_F(ToUtf8Test, ShowableBytesReplacesWhatIsNoUtf8) {
+  EXPECT_STREQ(ShowableBytes("d\xC3\xA9lai").Get(), "d\xC3\xA9lai");
+  EXPECT_STREQ(ShowableBytes("d\xE9lai\xC3").Get(), "d\xEF\xBF\xBDlai\xEF\xBF\xBD");
+  EXPECT_STREQ(ShowableBytes("").Get(), "");
+}
+
 }  // namespace
