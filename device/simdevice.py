@@ -25,6 +25,7 @@ import signal
 import sqlite3
 import subprocess
 import tempfile
+import time
 from pathlib import Path
 
 _HERE = Path(__file__).resolve().parent
@@ -307,7 +308,7 @@ class SimDevice:
         line += ["--ro-bind", "/", str(self._machine), "--chdir", "/", "--clearenv"]
         for name, value in env.items():
             line += ["--setenv", name, value]
-        return line + ["--", *map(str, argv)]
+        return line + ["--", *map(os.fsdecode, argv)]
 
     def start(self, argv, env=None, **popen):
         """Starts a program on the device; the other arguments are Popen's."""
@@ -325,6 +326,7 @@ class SimDevice:
             raise RuntimeError(f"no sandbox: bwrap ended with status {program.wait()}")
         program.program_pid = json.loads(text)["child-pid"]
         self._programs.append(program)
+        _wait_for_exec(program)
         return program
 
     def restart(self):
@@ -358,7 +360,7 @@ class SimDevice:
         copy = Path(f"{self._files}{directory}")
         copy.mkdir(parents=True)
         for entry in os.scandir(directory):
-            if entry.path in _HIDDEN or (directory == "/usr/share" and entry.name == "pixmaps"):
+            if entry.path in _HIDDEN:
                 continue
             # A link stays what it is: relative ones are meant from where they are.
             target = os.readlink(entry) if entry.is_symlink() else f"{self._machine}{entry.path}"
@@ -378,6 +380,17 @@ class SimDevice:
         """Puts the registry client on the search path, in place of any other."""
         self.remove(self.bin / "regmux")
         (self.bin / "regmux").symlink_to(self.client)
+
+
+def _wait_for_exec(program):
+    """Waits until the sandbox's process has become the program: not before then is it certain to
+    end with the sandbox."""
+    comm = Path(f"/proc/{program.program_pid}/comm")
+    while program.poll() is None:
+        with contextlib.suppress(FileNotFoundError, ProcessLookupError):
+            if comm.read_text() != "bwrap\n":
+                return
+        time.sleep(0.001)
 
 
 def _existing(directory):
