@@ -310,7 +310,7 @@ class PlatformFilesTest : public testing::Test {
     std::ofstream(directory_ / name, std::ios::binary) << content;
   }
 
-  [[nodiscard]] PlatformRecord Identify() const {
+  PlatformRecord Identify() const {
     return IdentifyPlatformFrom((directory_ / "systeminfo").c_str(),
                                 (directory_ / "imageid").c_str());
   }

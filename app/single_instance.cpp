@@ -1,0 +1,83 @@
+// The single-instance lock: an fcntl record lock, which the kernel drops with its process, so that
+// a pid file left behind by one that died keeps nobody out.
+#include "app/single_instance.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+#include "app/print_now.h"
+
+namespace {
+
+enum class Lock { kTaken, kHeldByAnother, kFailed };
+
+// Without waiting: whoever comes second has a window to raise.
+Lock LockWholeFile(int file) {
+  struct flock lock = {};
+  lock.l_type = F_WRLCK;
+  lock.l_whence = SEEK_SET;
+  lock.l_start = 0;
+  lock.l_len = 0;  // to the end, however the file grows
+  if (fcntl(file, F_SETLK, &lock) == 0) {
+    return Lock::kTaken;
+  }
+  return errno == EACCES || errno == EAGAIN ? Lock::kHeldByAnother : Lock::kFailed;
+}
+
+// What an earlier holder left may be longer: the file is emptied first. False after an error.
+bool WritePid(int file) {
+  if (ftruncate(file, 0) != 0) {
+    PrintNow("ftruncate error");
+    return false;
+  }
+  const std::string pid = std::to_string(getpid()) + "\n";
+  if (write(file, pid.data(), pid.size()) != static_cast<ssize_t>(pid.size())) {
+    PrintNow("write error");
+    return false;
+  }
+  return true;
+}
+
+// Child commands have no use for the descriptor.
+void CloseOnExec(int file) {
+  int flags = fcntl(file, F_GETFD);
+  if (flags < 0) {
+    PrintNow("fcntl F_GETFD error");
+    flags = 0;
+  }
+  if (fcntl(file, F_SETFD, flags | FD_CLOEXEC) < 0) {
+    PrintNow("fcntl F_SETFD error");
+  }
+}
+
+}  // namespace
+
+// The descriptor is never closed: closing it would drop the lock.
+bool TakeInstanceLockAt(const char *pid_file) {
+  const int file = open(pid_file, O_WRONLY | O_CREAT, 0644);
+  if (file < 0) {
+    PrintNow("open file error\n");
+    return false;
+  }
+  switch (LockWholeFile(file)) {
+    case Lock::kTaken:
+      break;
+    case Lock::kHeldByAnother:
+      PrintNow("pid file locked already.\n");
+      return true;
+    case Lock::kFailed:
+      PrintNow("write_lock error");
+      return false;
+  }
+  if (WritePid(file)) {
+    CloseOnExec(file);
+  }
+  return false;
+}
+
+bool TakeInstanceLock() {
+  return TakeInstanceLockAt(kPidFile);
+}
