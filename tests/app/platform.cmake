@@ -1,0 +1,32 @@
+# What start-up does before there is a window.
+korv_unit_test(platform_test SOURCES platform_test.cpp LIBS platform)
+
+# The same tests on other product data: what they say holds for any.
+set(other_data ${CMAKE_CURRENT_BINARY_DIR}/other_data)
+korv_product_data_header(${CMAKE_CURRENT_SOURCE_DIR}/other_product_data.txt
+                         ${other_data}/app/product_data.h)
+korv_unit_test(platform_other_data_test
+               SOURCES platform_test.cpp ${PROJECT_SOURCE_DIR}/app/platform.cpp LIBS text)
+target_include_directories(platform_other_data_test PRIVATE ${other_data})
+
+# A pytest file that needs no window, one CTest test.
+function(korv_python_unit_test file)
+  get_filename_component(name ${file} NAME_WE)
+  add_test(NAME ${KORV_BUILD_NAME}/unit/${name}
+           COMMAND ${KORV_PYTHON} -m pytest -q -p no:cacheprovider
+                   ${CMAKE_CURRENT_SOURCE_DIR}/${file})
+  set_tests_properties(${KORV_BUILD_NAME}/unit/${name} PROPERTIES
+    TIMEOUT 120
+    ENVIRONMENT "PYTHONDONTWRITEBYTECODE=1;KORV_SOURCE_DIR=${PROJECT_SOURCE_DIR};${ARGN};${KORV_TEST_ENVIRONMENT}")
+endfunction()
+
+korv_python_unit_test(product_data_test.py)
+
+# The kernel's refusals that no file produces are made with a system call filter.
+pkg_check_modules(SECCOMP REQUIRED IMPORTED_TARGET libseccomp)
+korv_unit_test(single_instance_test
+               SOURCES single_instance_test.cpp LIBS single_instance PkgConfig::SECCOMP)
+
+add_executable(raise_window_driver raise_window_driver.cpp)
+target_link_libraries(raise_window_driver PRIVATE raise_window PkgConfig::X11)
+korv_python_unit_test(raise_window_test.py KORV_RAISE_DRIVER=$<TARGET_FILE:raise_window_driver>)
