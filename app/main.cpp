@@ -11,7 +11,8 @@
 #include "text/string_table.h"
 
 int main(int argc, char **argv) {
-  // First of all, and an image id that is too short ends the process right here: nothing catches it.
+  // First of all, and an image id that is too short ends the process right here: nothing catches
+  // it.
   const PlatformRecord platform = IdentifyPlatform();
   if (PlatformCode(platform) == kPellion5Code && HandOverToRunningInstance()) {
     return 0;

@@ -76,8 +76,13 @@ void AddButtons(GtkWidget *box) {
 
 // A missing icon file is no fault.
 void SetIcon(GtkWidget *window) {
-  gtk_window_set_default_icon_from_file(kIconFile, nullptr);
-  gtk_window_set_icon_from_file(GTK_WINDOW(window), kIconFile, nullptr);
+  GdkPixbuf *icon = gdk_pixbuf_new_from_file(kIconFile, nullptr);
+  if (icon == nullptr) {
+    return;
+  }
+  gtk_window_set_default_icon(icon);
+  gtk_window_set_icon(GTK_WINDOW(window), icon);
+  g_object_unref(icon);
 }
 
 }  // namespace
