@@ -5,14 +5,10 @@ such files, and the program itself into the device's own directory on the search
 """
 import io
 import pathlib
-import sys
 
 import debian_package
 import pytest
 from PIL import Image
-
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
-pytest_plugins = ["window.conftest"]
 
 
 def install(device):
