@@ -1,0 +1,132 @@
+"""The accessibility bus of this process and the nodes that programs show on it.
+
+There is one bus for all desktops, because the client library holds on to the first one it meets.
+The library caches nothing as long as nobody runs its event loop, so everything read is fresh.
+"""
+import os
+import tempfile
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+from .processes import end_helper, read_announced, start_helper  # noqa: E402
+from .waiting import LIMIT  # noqa: E402
+
+CONFIGURATION = "/usr/share/defaults/at-spi2/accessibility.conf"
+REGISTRY = "/usr/libexec/at-spi2-registryd"
+Role = Atspi.Role
+State = Atspi.StateType
+
+
+class Bus:
+    """A private D-Bus that serves as session bus and accessibility bus, with its registry."""
+
+    def __init__(self):
+        self._directory = tempfile.TemporaryDirectory(prefix="korv-bus-")
+        log = os.path.join(self._directory.name, "log")
+        plain = {k: v for k, v in os.environ.items() if k != "DISPLAY"}
+        self._daemon, address = read_announced(
+            ["dbus-daemon", f"--config-file={CONFIGURATION}", "--nofork", "--nopidfile",
+             f"--address=unix:dir={self._directory.name}"],
+            lambda writer: [f"--print-address={writer}"], plain, log)
+        # Programs open sockets of their own below the runtime directory.
+        self.environment = {"DBUS_SESSION_BUS_ADDRESS": address, "AT_SPI_BUS_ADDRESS": address,
+                            "XDG_RUNTIME_DIR": self._directory.name}
+        # Started here: the bus would start it with a session manager to report to, and wait for it.
+        self._registry = start_helper([REGISTRY], {**plain, **self.environment}, log)
+        os.environ.update(self.environment)
+        Atspi.init()
+        # A program that waits for one of its commands answers late, but it does answer.
+        Atspi.set_timeout(int(LIMIT * 1000), int(LIMIT * 1000))
+
+    def close(self):
+        end_helper(self._registry)
+        end_helper(self._daemon)
+        self._directory.cleanup()
+
+
+def program(pid):
+    """The root node of the process, None while there is none."""
+    desktop = Atspi.get_desktop(0)
+    for index in range(desktop.get_child_count()):
+        root = desktop.get_child_at_index(index)
+        if root and root.get_process_id() == pid:
+            return root
+    return None
+
+
+class Node:
+    """One element of a window."""
+
+    def __init__(self, app, accessible):
+        self.app = app
+        self.accessible = accessible
+
+    def __repr__(self):
+        return f"<{type(self).__name__} {self.role.value_nick} {self.name!r}>"
+
+    @property
+    def role(self):
+        return self.accessible.get_role()
+
+    @property
+    def name(self):
+        return self.accessible.get_name() or ""
+
+    @property
+    def label(self):
+        """The text of the label that names the node, "" when there is none."""
+        for relation in self.accessible.get_relation_set():
+            if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
+                return relation.get_target(0).get_name()
+        return ""
+
+    def has(self, state):
+        return self.accessible.get_state_set().contains(state)
+
+    @property
+    def showing(self):
+        return self.has(State.SHOWING)
+
+    @property
+    def sensitive(self):
+        return self.has(State.SENSITIVE)
+
+    @property
+    def focused(self):
+        return self.has(State.FOCUSED)
+
+    @property
+    def box(self):
+        """(x, y, width, height) on the screen."""
+        box = Atspi.Component.get_extents(self.accessible, Atspi.CoordType.SCREEN)
+        return (box.x, box.y, box.width, box.height)
+
+    @property
+    def children(self):
+        return [Node(self.app, self.accessible.get_child_at_index(index))
+                for index in range(self.accessible.get_child_count())]
+
+    def find(self, role=None, *states):
+        """The nodes below with that role (any when None) and all the states, in their order."""
+        rule = Atspi.MatchRule.new(
+            Atspi.StateSet.new(list(states)), Atspi.CollectionMatchType.ALL,
+            {}, Atspi.CollectionMatchType.ALL,
+            [] if role is None else [role], Atspi.CollectionMatchType.ANY if role is not None
+            else Atspi.CollectionMatchType.ALL, [], Atspi.CollectionMatchType.ALL, False)
+        matches = Atspi.Collection.get_matches(self.accessible, rule,
+                                               Atspi.CollectionSortOrder.CANONICAL, 0, True)
+        return [Node(self.app, match) for match in matches]
+
+    def click(self, button=1, settle=True):
+        """Clicks the middle of the node with the mouse."""
+        x, y, width, height = self.box
+        self.app.click_at(x + width // 2, y + height // 2, button, settle)
+
+    def take_focus(self):
+        """Gives the node the keyboard focus without passing through other fields."""
+        self.app.ready_for_input()
+        Atspi.Component.grab_focus(self.accessible)
+        self.app.wait_for(lambda: self.focused, f"the focus on {self!r}")

@@ -1,0 +1,303 @@
+"""The running program, as the person in front of it meets it."""
+import gettext
+import pathlib
+import re
+import tempfile
+
+from gi.repository import GLib
+
+from . import accessibility
+from .accessibility import Node, Role, State
+from .waiting import LIMIT, wait_for
+from .windows import Message, Window
+
+TITLE = "Agent Configure Manager"
+WARNINGS = re.compile(r"^.*-(?:WARNING|CRITICAL|ERROR) \*\*.*$", re.MULTILINE)
+SANITIZERS = re.compile(r"^.*(?:Sanitizer|runtime error:).*$", re.MULTILINE)
+# poll and ppoll, as x86-64 and arm64 number them.
+POLL = ("7", "271", "73")
+# The toolkit names a message's icon in the user's language.
+KINDS = {"Error": "error", "Information": "info", "Warning": "warning", "Question": "question"}
+
+
+class App:
+    """One run of the program on a device and a desktop; see the package's guide."""
+
+    def __init__(self, desktop, device, argv, env, fatal_warnings=True):
+        self.desktop = desktop
+        self.device = device
+        self._locale = env["LC_ALL"]
+        self._warnings_allowed = not fatal_warnings
+        self._output = tempfile.TemporaryFile()
+        self._errors = tempfile.TemporaryFile()
+        self._root = None
+        self._end_was_checked = False
+        self.process = device.start(argv, env, stdout=self._output, stderr=self._errors)
+
+    # --- the process ---
+
+    @staticmethod
+    def _read(file):
+        file.seek(0)
+        return file.read().decode(errors="replace")
+
+    @property
+    def stdout(self):
+        return self._read(self._output)
+
+    @property
+    def stderr(self):
+        return self._read(self._errors)
+
+    @property
+    def running(self):
+        return self.process.poll() is None
+
+    @property
+    def pid(self):
+        return self.process.program_pid
+
+    def wait_exit(self, timeout=LIMIT):
+        """Waits for the program to end; its exit status. A crash fails the test."""
+        wait_for(lambda: not self.running, "the program to end", timeout)
+        assert not self._crashed(), f"the program crashed:\n{self.stderr}"
+        return self.process.program_status
+
+    def wait_crash(self, timeout=LIMIT):
+        """Waits for the program to be ended by a signal, which is meant to happen."""
+        wait_for(lambda: not self.running, "the program to crash", timeout)
+        assert self._crashed(), f"the program ended with {self.process.program_status}"
+        self._end_was_checked = True
+
+    def _crashed(self):
+        return self.process.program_status < 0
+
+    def stop(self):
+        """Ends the program if it still runs; what it complained about, "" for nothing."""
+        ended_itself = not self.running
+        self.process.kill()
+        self.process.wait()
+        output = self.stdout + self.stderr
+        complaints = SANITIZERS.findall(output)
+        if not self._warnings_allowed:
+            complaints += WARNINGS.findall(output)
+        if ended_itself and self._crashed() and not self._end_was_checked:
+            complaints.append(f"ended by signal: status {self.process.program_status}")
+        return f"{output}\n{complaints}" if complaints else ""
+
+    # --- waiting ---
+
+    def wait_for(self, condition, what, timeout=LIMIT):
+        """wait_for, where an element that is just coming or going counts as not yet, and a program
+        that has ended fails at once."""
+        def checked():
+            running = self.running
+            try:
+                value = condition()
+            except (GLib.Error, IndexError, TypeError):
+                value = None
+            assert value or running, \
+                f"the program ended with {self.process.program_status} before {what}"
+            return value
+        return wait_for(checked, what, timeout)
+
+    def wait_started(self, title=TITLE, active=True):
+        """Waits for the window: mapped, on the accessibility bus, and active where asked for."""
+        self.wait_for(lambda: self.root, "the program on the accessibility bus")
+        self.window(title)
+        window = self.wait_for(lambda: self.x_window(title), f"the window {title!r} on the screen")
+        if active and self.desktop.manager:
+            self.wait_for(lambda: self.desktop.active_window() == window, f"{window} to be active")
+            self.ready_for_input()
+        self.settled()
+        return self
+
+    def ready_for_input(self):
+        """Waits until the keyboard belongs to a window of the program."""
+        if self.desktop.manager:
+            self.wait_for(self._has_keyboard, "the keyboard to belong to the program")
+
+    def _has_keyboard(self):
+        focus = self.desktop.input_focus()
+        clients = {window.client() for window in self.x_windows()}
+        return focus and focus.client() in clients and \
+            any(node.has(State.ACTIVE) for node in Node(self, self.root).children)
+
+    def settled(self):
+        """Returns when the program has dealt with all input so far, has done what it had left for
+        later, has had it drawn, and waits for more; or when it has ended."""
+        self.desktop.settle_manager()
+        for step in (self._answers, self._is_idle, self._answers):
+            wait_for(lambda: not self.running or step(), "the program to deal with its input")
+
+    def _answers(self):
+        windows = self.x_windows()
+        return not windows or self.desktop.settle_window(windows[0], timeout=0.25)
+
+    def _is_idle(self):
+        """Whether the main loop sleeps; that for an answer to a request of its own has one file."""
+        try:
+            call = pathlib.Path(f"/proc/{self.pid}/syscall").read_text().split()
+        except (FileNotFoundError, ProcessLookupError):
+            return True
+        return call[0] in POLL and int(call[2], 16) > 1
+
+    def wait_gone(self, window):
+        """Waits until the window is closed."""
+        def gone():
+            try:
+                return not self.running or not window.showing
+            except GLib.Error:
+                return True
+        self.wait_for(gone, "a window to close")
+        self.settled()
+
+    # --- windows ---
+
+    @property
+    def root(self):
+        if not self._root:
+            self._root = accessibility.program(self.pid)
+        return self._root
+
+    def x_windows(self):
+        """The X windows on the screen, from the lowest to the highest."""
+        return [w for w in self.desktop.windows(pid=self.pid) if w.mapped]
+
+    def x_window(self, title=TITLE):
+        """The X window with the title, None when there is none on the screen."""
+        return next((w for w in self.x_windows() if w.title == title), None)
+
+    def windows(self):
+        """The windows to be seen, the oldest first."""
+        kinds = {Role.FRAME: Window, Role.DIALOG: Window, Role.ALERT: Message}
+        nodes = [kinds[node.role](self, node.accessible)
+                 for node in Node(self, self.root).children if node.role in kinds]
+        return [node for node in nodes if node.showing]
+
+    @property
+    def active(self):
+        """The window in use: the active one; the newest while a list is open in it, or where there
+        is no window manager."""
+        self.ready_for_input()
+        windows = self.windows()
+        return next((window for window in windows if window.active), windows[-1])
+
+    def window(self, title=TITLE):
+        """Waits for a window with the title."""
+        return self.wait_for(lambda: next((w for w in self.windows() if w.title == title), None),
+                             f"a window {title!r}")
+
+    def dialog(self, title):
+        """Waits for a dialog with the title to be there and active."""
+        return self._wait_in_use(lambda w: w.role == Role.DIALOG and w.title == title,
+                                 f"a dialog {title!r}")
+
+    def message(self):
+        """Waits for a message dialog to be there and active."""
+        return self._wait_in_use(lambda w: w.role == Role.ALERT, "a message")
+
+    def _wait_in_use(self, matches, what):
+        def found():
+            return next((w for w in self.windows() if matches(w)
+                         and (w.active or not self.desktop.manager)), None)
+        return self.wait_for(found, what)
+
+    def no_message(self):
+        """Fails when all input so far has led to a message."""
+        self.settled()
+        messages = [window.text for window in self.windows() if window.role == Role.ALERT]
+        assert not messages, f"unexpected: {messages}"
+
+    def message_kind(self, name):
+        """The kind of message whose icon has this name in the program's language."""
+        toolkit = gettext.translation("gtk20", "/usr/share/locale", [self._locale], fallback=True)
+        return next(kind for english, kind in KINDS.items()
+                    if name in (english, toolkit.pgettext("Stock label", english)))
+
+    def close_window(self, title=TITLE):
+        """Uses the title bar's close control."""
+        self.desktop.close_window(self.x_window(title))
+        self.settled()
+
+    # --- the window in use, see Window ---
+
+    def entry(self, label):
+        return self.active.entry(label)
+
+    def combo(self, label):
+        return self.active.combo(label)
+
+    def button(self, name):
+        return self.active.button(name)
+
+    def radio(self, name):
+        return self.active.radio(name)
+
+    def label(self, text):
+        return self.active.label(text)
+
+    def table(self):
+        return self.active.table()
+
+    def page(self, title):
+        self.active.page(title)
+
+    def focused(self):
+        return self.active.focused()
+
+    def texts(self):
+        """All texts to be seen in all windows."""
+        return sum((window.texts() for window in self.windows()), [])
+
+    # --- input; it returns when the program has dealt with it, unless settle is False ---
+
+    def key(self, combination, settle=True):
+        """Presses a key by its X name: "Tab", "Return", "a", "ctrl+v", "shift+Tab"."""
+        self.ready_for_input()
+        self.desktop.keyboard.press(combination)
+        if settle:
+            self.settled()
+
+    def type(self, text):
+        """Types the text, any Unicode character; a line feed is Return, a tab is Tab."""
+        self.ready_for_input()
+        self.desktop.keyboard.type(text, self.settled)
+
+    def click_at(self, x, y, button=1, settle=True):
+        self.ready_for_input()
+        self.desktop.click_at(x, y, button)
+        if settle:
+            self.settled()
+
+    def middle_click(self, node):
+        """Pastes the primary selection."""
+        node.click(button=2)
+
+    def wheel(self, node, direction):
+        """Turns the mouse wheel by one notch over the node, "up" or "down"."""
+        node.click(button={"up": 4, "down": 5}[direction])
+
+    def set_clipboard(self, text):
+        """Makes the text what the clipboard and the primary selection hold."""
+        self.desktop.set_clipboard(text)
+
+    # --- pictures ---
+
+    def picture(self, node=None):
+        """The screen, or the node's part of it, as a PIL image."""
+        self.settled()
+        return self.desktop.picture(node and node.box)
+
+    def screenshot(self, path, node=None):
+        """Writes a PNG of the screen or of the node."""
+        self.picture(node).save(path)
+
+    def report(self, path):
+        """What a failing test should tell; a picture of the screen goes to the path."""
+        self.desktop.picture().save(path)
+        try:
+            texts = self.texts() if self.running else f"ended with {self.process.program_status}"
+        except (GLib.Error, AttributeError) as problem:
+            texts = f"unreadable: {problem}"
+        return f"visible: {texts}\nstdout: {self.stdout}\nstderr: {self.stderr}\npicture: {path}"

@@ -1,0 +1,247 @@
+"""A desktop of its own for the tests: X server, window manager, keyboard, pointer, clipboard."""
+import os
+import select
+import subprocess
+import tempfile
+import time
+
+from PIL import Image
+from Xlib import X, Xatom, display, error
+from Xlib.ext import xtest
+from Xlib.protocol import event, request
+
+from .keyboard import Keyboard
+from .processes import end_helper, read_announced, start_helper
+from .waiting import LIMIT, wait_for
+from .xwindow import XWindow
+
+# No key bindings: every key belongs to the program. A click gives the focus and raises.
+OPENBOX = """<?xml version="1.0" encoding="UTF-8"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <focus><focusNew>yes</focusNew><focusLast>yes</focusLast><raiseOnFocus>no</raiseOnFocus></focus>
+  <theme><name>Clearlooks</name></theme>
+  <desktops><number>1</number><popupTime>0</popupTime></desktops>
+  <keyboard/>
+  <mouse>
+    <context name="Client">
+      <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
+      <mousebind button="Middle" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
+    </context>
+    <context name="Close">
+      <mousebind button="Left" action="Click"><action name="Close"/></mousebind>
+    </context>
+  </mouse>
+  <menu/>
+</openbox_config>
+"""
+MANAGERS = {
+    "openbox": lambda rc: ["openbox", "--sm-disable", "--config-file", rc],
+    "metacity": lambda rc: ["metacity", "--sm-disable", "--no-composite"],
+}
+# What is drawn depends on nothing but the program: no blinking, no user's theme, no second click
+# that counts as a double one.
+GTKRC = """gtk-theme-name = "Raleigh"
+gtk-icon-theme-name = "hicolor"
+gtk-font-name = "{font}"
+gtk-cursor-blink = 0
+gtk-enable-animations = 0
+gtk-double-click-time = 0
+"""
+
+
+class Desktop:
+    """manager is "openbox", "metacity" or None for a display without a window manager."""
+
+    def __init__(self, bus, manager="openbox", size=(1024, 768), font="DejaVu Sans 10"):
+        self.manager = manager
+        self.size = size
+        self._helpers = []
+        self._directory = tempfile.TemporaryDirectory(prefix="korv-desktop-")
+        self._log = self._file("log", "")
+        plain = {**os.environ, **bus.environment, "GSETTINGS_BACKEND": "memory"}
+        server, number = read_announced(
+            ["Xvfb", "-screen", "0", f"{size[0]}x{size[1]}x24", "-dpi", "96", "-nolisten", "tcp",
+             "-noreset"], lambda writer: ["-displayfd", str(writer)], plain, self._log)
+        self._helpers.append(server)
+        self.name = f":{number}"
+        # What a program needs to run on this desktop.
+        self.environment = {**bus.environment, "DISPLAY": self.name,
+                            "XDG_RUNTIME_DIR": self._directory.name,
+                            "GTK2_RC_FILES": self._file("gtkrc", GTKRC.format(font=font)),
+                            "GTK_IM_MODULE": "gtk-im-context-simple"}
+        try:
+            self._connect(plain)
+        except BaseException:
+            self.close()
+            raise
+
+    def _connect(self, plain):
+        self.display = display.Display(self.name)
+        # Windows may go at any moment; requests that want an answer raise, the others need none.
+        self.display.set_error_handler(lambda *_: None)
+        self.root = self.display.screen().root
+        self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        self._probe = None
+        self._pings = 0x40000000  # apart from the window manager's own
+        self.keyboard = Keyboard(self.display)
+        self.park_pointer()
+        if self.manager:
+            argv = MANAGERS[self.manager](self._file("rc.xml", OPENBOX))
+            self._helpers.append(start_helper(argv, {**plain, "DISPLAY": self.name}, self._log))
+            wait_for(self._manager_answers, self.manager)
+
+    def close(self):
+        for helper in reversed(self._helpers):
+            end_helper(helper)
+        self._directory.cleanup()
+
+    def _file(self, name, text):
+        path = os.path.join(self._directory.name, name)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text)
+        return path
+
+    # --- windows ---
+
+    def atom(self, name):
+        return self.display.intern_atom(name)
+
+    def _root_property(self, name):
+        found = self.root.get_full_property(self.atom(name), X.AnyPropertyType)
+        return list(found.value) if found else []
+
+    def stacking(self):
+        """All top-level windows from the lowest to the highest, iconified ones included."""
+        if self.manager:
+            ids = self._root_property("_NET_CLIENT_LIST_STACKING")
+            return [XWindow(self, xid) for xid in ids]
+        windows = [XWindow(self, child.id) for child in self.root.query_tree().children]
+        return [window for window in windows if window.pid and window.mapped]
+
+    def windows(self, pid=None, title=None):
+        """The top-level windows of a process or with a title, from the lowest to the highest."""
+        return [window for window in self.stacking()
+                if pid in (None, window.pid) and title in (None, window.title)]
+
+    def active_window(self):
+        """The window that the window manager calls active, None when there is none."""
+        active = self._root_property("_NET_ACTIVE_WINDOW")
+        return XWindow(self, active[0]) if active and active[0] else None
+
+    def input_focus(self):
+        """The window with the X input focus (it may be inside a top-level one), None for none."""
+        focus = self.display.get_input_focus().focus
+        return None if focus in (X.NONE, X.PointerRoot) else XWindow(self, focus.id)
+
+    def iconify(self, window):
+        self._tell_root(window, "WM_CHANGE_STATE", [3])
+        wait_for(lambda: window.iconic and not window.mapped, f"{window} to be iconified")
+
+    def activate(self, window):
+        """What a task bar does: brings the window to the front and gives it the focus."""
+        self._tell_root(window, "_NET_ACTIVE_WINDOW", [2])
+        wait_for(lambda: self.active_window() == window, f"{window} to be active")
+
+    def close_window(self, window):
+        """What the title bar's close control does."""
+        if self.manager:
+            self._tell_root(window, "_NET_CLOSE_WINDOW", [X.CurrentTime, 2])
+        else:
+            self._send(window.id, window.id, "WM_PROTOCOLS", [self.atom("WM_DELETE_WINDOW")], 0)
+        self.display.sync()
+
+    # --- input ---
+
+    def park_pointer(self):
+        """Moves the pointer to where it touches nothing."""
+        self.move_pointer(self.size[0] - 1, self.size[1] - 1)
+
+    def move_pointer(self, x, y):
+        xtest.fake_input(self.display, X.MotionNotify, x=x, y=y)
+        self.display.sync()
+
+    def click_at(self, x, y, button=1):
+        """Moves the pointer and presses and releases a button there (4 and 5 are the wheel)."""
+        xtest.fake_input(self.display, X.MotionNotify, x=x, y=y)
+        xtest.fake_input(self.display, X.ButtonPress, button)
+        xtest.fake_input(self.display, X.ButtonRelease, button)
+        self.display.sync()
+        self.settle_manager()
+
+    def set_clipboard(self, text):
+        """Makes the text what the clipboard and the primary selection hold."""
+        for selection in ("CLIPBOARD", "PRIMARY"):
+            before = self.display.get_selection_owner(self.atom(selection))
+            keeper = subprocess.Popen(["xclip", "-quiet", "-selection", selection], env={
+                **os.environ, "DISPLAY": self.name, "LC_ALL": "C.UTF-8"}, stdin=subprocess.PIPE,
+                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            keeper.stdin.write(text.encode())
+            keeper.stdin.close()
+            self._helpers.append(keeper)
+            wait_for(lambda: self.display.get_selection_owner(self.atom(selection))
+                     not in (before, X.NONE), f"the {selection} selection to be taken")
+
+    # --- keeping in step ---
+
+    def settle_manager(self):
+        """Returns when the window manager has dealt with everything that came before.
+
+        It holds a click back until it has decided about the focus, for example.
+        """
+        if self.manager:
+            assert self._ask_manager(LIMIT), f"no answer from {self.manager} in {LIMIT:g} s"
+
+    def _manager_answers(self):
+        """Whether it has started; a fresh window to ask about keeps late answers apart."""
+        self._probe = self.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent,
+                                              event_mask=X.PropertyChangeMask)
+        return self._ask_manager(timeout=0.05)
+
+    def _ask_manager(self, timeout):
+        self._tell_root(self._probe, "_NET_REQUEST_FRAME_EXTENTS", [])
+        answer = self.atom("_NET_FRAME_EXTENTS")
+        return self._event(lambda e: e.type == X.PropertyNotify and e.window == self._probe
+                           and e.atom == answer, timeout)
+
+    def settle_window(self, window, timeout):
+        """Waits until the window's program has dealt with all X events sent to it before; whether
+        it has in time.
+
+        The program answers a ping when it comes to it in its queue.
+        """
+        self._pings += 1
+        ping = [self.atom("_NET_WM_PING"), self._pings, window.id]
+        self._send(window.id, window.id, "WM_PROTOCOLS", ping, 0)
+        return self._event(lambda e: e.type == X.ClientMessage and e.window == self.root
+                           and e.data[0] == 32 and list(e.data[1][:3]) == ping, timeout)
+
+    def _send(self, target, window, message, values, mask):
+        data = (32, [*values, *[0] * (5 - len(values))])
+        note = event.ClientMessage(window=window, client_type=self.atom(message), data=data)
+        request.SendEvent(self.display.display, propagate=False, destination=target,
+                          event_mask=mask, event=note)
+        self.display.flush()
+
+    def _tell_root(self, window, message, values):
+        self._send(self.root.id, window.id, message, values,
+                   X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+
+    def _event(self, matches, timeout):
+        """Drops the events up to the first that matches; whether one came in time."""
+        deadline = time.monotonic() + timeout
+        while True:
+            while self.display.pending_events():
+                if matches(self.display.next_event()):
+                    return True
+            left = deadline - time.monotonic()
+            if left < 0:
+                return False
+            select.select([self.display], [], [], left)
+
+    # --- pictures ---
+
+    def picture(self, box=None):
+        """What is on the screen, or in the box (x, y, width, height) of it, as a PIL image."""
+        x, y, width, height = box or (0, 0, *self.size)
+        image = self.root.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF)
+        return Image.frombytes("RGB", (width, height), image.data, "raw", "BGRX")

@@ -1,0 +1,33 @@
+"""Helper processes: servers and window managers."""
+import os
+import pathlib
+import subprocess
+
+
+def start_helper(argv, env, log, **options):
+    """Starts a process that also ends when this one is killed; its output goes to the file log."""
+    with open(log, "ab") as output:
+        return subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *argv], env=env, stdout=output,
+                                stderr=output, stdin=subprocess.DEVNULL, **options)
+
+
+def end_helper(process):
+    process.terminate()
+    try:
+        process.wait(10)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        process.wait()
+
+
+def read_announced(argv, option, env, log, **options):
+    """Starts a helper that announces one line on a descriptor; returns the process and the line."""
+    reader, writer = os.pipe()
+    process = start_helper([*argv, *option(writer)], env, log, pass_fds=[writer], **options)
+    os.close(writer)
+    with open(reader, encoding="ascii") as announced:
+        line = announced.readline().strip()
+    if not line:
+        end_helper(process)
+        raise RuntimeError(f"{argv[0]} did not start:\n{pathlib.Path(log).read_text()}")
+    return process, line

@@ -1,0 +1,111 @@
+"""A program's windows and what is found in them."""
+from gi.repository import Atspi
+
+from .accessibility import Node, Role, State
+from .widgets import Button, Combo, Entry, Radio, Table
+
+ROLE_NAMES = {Role.TEXT: "entry", Role.COMBO_BOX: "combo", Role.PUSH_BUTTON: "button",
+              Role.RADIO_BUTTON: "radio", Role.PAGE_TAB: "page", Role.TABLE: "table",
+              Role.TABLE_CELL: "cell"}
+
+
+class Window(Node):
+    """One window; what is looked for is waited for."""
+
+    @property
+    def title(self):
+        return self.name
+
+    @property
+    def active(self):
+        return self.has(State.ACTIVE)
+
+    def _wait_first(self, kind, role, matches, what):
+        def first():
+            found = self.find(role, State.SHOWING)
+            return next((kind(self.app, n.accessible) for n in found if matches(n)), None)
+        return self.app.wait_for(first, what)
+
+    def entry(self, label):
+        """The text field with the label: its own, or that of the combo box it stands in."""
+        def matches(node):
+            return node.label == label or Node(
+                self.app, node.accessible.get_parent()).label == label
+        return self._wait_first(Entry, Role.TEXT, matches, f"an entry {label!r}")
+
+    def combo(self, label):
+        return self._wait_first(Combo, Role.COMBO_BOX, lambda n: n.label == label,
+                                f"a combo box {label!r}")
+
+    def button(self, name):
+        return self._wait_first(Button, Role.PUSH_BUTTON, lambda n: n.name == name,
+                                f"a button {name!r}")
+
+    def radio(self, name):
+        return self._wait_first(Radio, Role.RADIO_BUTTON, lambda n: n.name == name,
+                                f"a radio button {name!r}")
+
+    def label(self, text):
+        """The label that shows exactly this text."""
+        return self._wait_first(Node, Role.LABEL, lambda n: n.name == text, f"a label {text!r}")
+
+    def table(self):
+        return self._wait_first(Table, Role.TABLE, lambda _: True, "a table")
+
+    def pages(self):
+        """The titles on the notebook's tabs."""
+        return [tab.name for tab in self.find(Role.PAGE_TAB)]
+
+    def page(self, title):
+        """Switches to the page by clicking its tab."""
+        tab = self._wait_first(Node, Role.PAGE_TAB, lambda n: n.name == title, f"a page {title!r}")
+        tab.click()
+        self.app.wait_for(lambda: tab.children[0].showing, f"the page {title!r} to be shown")
+
+    def focused(self):
+        """What has the keyboard focus, as (kind, name): ("entry", "Pull Interval"); None: nothing."""
+        found = self.find(None, State.FOCUSED)
+        if not found:
+            return None
+        node = found[-1]
+        named = node.label or Node(self.app, node.accessible.get_parent()).label \
+            if node.role == Role.TEXT else node.label or node.name
+        return (ROLE_NAMES.get(node.role, node.role.value_nick), named)
+
+    def texts(self):
+        """All texts that can be seen, in their order."""
+        found = [self.title]
+        for node in self.find(None, State.SHOWING):
+            found.append(node.name)
+            if node.role == Role.TEXT:
+                found.append(Atspi.Text.get_text(node.accessible, 0, -1))
+            if node.role == Role.TABLE:
+                found += sum(Table(self.app, node.accessible).rows, [])
+        return [text for text in found if text]
+
+
+class Message(Window):
+    """A message dialog."""
+
+    def _labels(self):
+        return [node.name for node in self.find(Role.LABEL, State.SHOWING)]
+
+    @property
+    def text(self):
+        return self._labels()[0]
+
+    @property
+    def secondary(self):
+        """The second text, "" when there is none."""
+        return "".join(self._labels()[1:])
+
+    @property
+    def kind(self):
+        """"error", "info", "warning" or "question", from the icon."""
+        return self.app.message_kind(self.find(Role.ICON, State.SHOWING)[0].name)
+
+    def close(self):
+        """Clicks its only button and waits until it is gone."""
+        button, = self.find(Role.PUSH_BUTTON, State.SHOWING)
+        button.click()
+        self.app.wait_gone(self)
