@@ -1,0 +1,122 @@
+"""The gateway entries refuse what the registry's client could not carry."""
+import pytest
+from general import saved
+
+LABEL = "Backup Gateway"
+REFUSED = ["'", "10.0.0.1'", "'$(reboot)'", "10.0.0.1\n", "a\nb", "a\rb", "\n", "\r\n"]
+
+
+@pytest.fixture
+def entry(start):
+    app = start()
+    entry = app.entry(LABEL)
+    entry.fill("abcdef")
+    return entry
+
+
+def select(entry, start, end):
+    """Selects a part of the text with the keyboard; the caret is at its end."""
+    entry.app.key("Home")
+    for _ in range(start):
+        entry.app.key("Right")
+    for _ in range(end - start):
+        entry.app.key("shift+Right")
+    assert entry.selection == (start, end)
+
+
+def copy(app, text):
+    """Copies the text from an entry that takes everything: what comes from the program itself is
+    pasted at once, before anything else happens."""
+    source = app.entry("Pull Interval")
+    app.set_clipboard(text)
+    source.select_all()
+    app.key("ctrl+v")
+    app.wait_for(lambda: source.text == text, "the text to copy")
+    source.select_all()
+    app.key("ctrl+c")
+
+
+def test_a_typed_quote_does_nothing(entry):
+    entry.app.type("'")
+    assert entry.text == "abcdef"
+    entry.app.key("Left")
+    entry.app.type("'x'")
+    assert entry.text == "abcdexf"
+
+
+def test_a_typed_quote_over_a_selection_leaves_it(entry):
+    select(entry, 2, 4)
+    entry.app.type("'")
+    assert (entry.text, entry.selection) == ("abcdef", (2, 4))
+    entry.app.type("''x")
+    assert (entry.text, entry.selection) == ("abxef", None)
+
+
+def test_a_refused_key_brings_back_nothing_deleted_before(entry):
+    select(entry, 2, 4)
+    entry.app.key("BackSpace")
+    entry.app.type("'")
+    assert entry.text == "abef"
+
+
+@pytest.mark.parametrize("text", REFUSED)
+def test_a_paste_that_holds_one_is_refused_whole(entry, text):
+    copy(entry.app, text)
+    entry.take_focus()
+    entry.app.key("ctrl+v")
+    assert entry.text == "abcdef"
+
+
+@pytest.mark.parametrize("text", REFUSED)
+def test_a_refused_paste_over_a_selection_leaves_it(entry, text):
+    copy(entry.app, text)
+    entry.take_focus()
+    select(entry, 1, 5)
+    entry.app.key("ctrl+v")
+    assert (entry.text, entry.selection) == ("abcdef", (1, 5))
+
+
+def test_any_other_paste_replaces_the_selection(entry):
+    copy(entry.app, "\"`$(x)\\;")
+    entry.take_focus()
+    select(entry, 1, 5)
+    entry.app.key("ctrl+v")
+    assert (entry.text, entry.selection) == ("a\"`$(x)\\;f", None)
+
+
+def test_a_paste_with_the_middle_button_is_refused_whole(entry):
+    app = entry.app
+    app.set_clipboard("it's")
+    app.middle_click(entry)
+    app.set_clipboard("its")
+    app.middle_click(entry)
+    app.wait_for(lambda: sorted(entry.text) == sorted("abcdefits"), "the second paste alone")
+
+
+@pytest.mark.parametrize("label", ["Current Gateway", "Backup Gateway"])
+def test_both_entries_are_guarded(start, label):
+    app = start()
+    app.entry(label).fill("10'0")
+    assert app.entry(label).text == "100"
+
+
+@pytest.mark.parametrize("stored", ["10.0.0.1'", "'$(touch /run/trap)'", "a'b\u00e9"])
+def test_a_stored_quote_is_shown_and_can_be_edited_away(start, device, stored):
+    device.registry.set("BackupGateway", stored)
+    app = start()
+    entry = app.entry(LABEL)
+    assert entry.text == stored
+    entry.take_focus()
+    app.key("End")
+    app.key("BackSpace")
+    app.type("'")
+    assert entry.text == stored[:-1]
+    entry.fill("10.0.0.2")
+    assert saved(app, device, "BackupGateway") == ["10.0.0.2"]
+
+
+def test_the_duration_entries_take_a_quote_as_any_other_character(start):
+    """It never gets further: only numbers are saved."""
+    app = start()
+    app.entry("Pull Interval").fill("3'0")
+    assert app.entry("Pull Interval").text == "3'0"

@@ -1,0 +1,193 @@
+"""The General page as it opens: what it shows, in which language, and for whom."""
+import pytest
+from general import saved
+
+from harness.accessibility import Role
+
+FIELDS = {"Current Gateway": "192.168.10.5", "Backup Gateway": "192.168.10.6",
+          "Pull Interval": "1 day(recommended)", "Delay Scope": "10 minutes"}
+LABELS = ["Agent Version :", "5.2.1\n", "Settings", "Current Gateway", "Backup Gateway",
+          "Pull Interval", "Log Level", "Delay Scope"]
+# Every text of the page and its messages.
+KEYS = {
+    "Page_General": [
+        "Label_AgentVer", "Frame_Settings", "Label_CurrentGW", "Label_BackupGW", "Label_Interval",
+        "Label_Log", "Label_Delay", *(f"PullInterval_Store_Item{n}" for n in range(1, 7)),
+        *(f"LogLevel_Store_Item{n}" for n in range(1, 4)),
+        *(f"DelayScope_Store_Item{n}" for n in range(1, 6)), "Time_Minute", "Time_Minutes",
+        "Time_Hour", "Time_Hours", "Time_Day", "Time_Days"],
+    "Message": [
+        *(f"Msg_PageGeneral_Interval_Err{n}" for n in range(1, 5)),
+        *(f"Msg_PageGeneral_Delay_Err{n}" for n in range(1, 5)), "Msg_Current_Gateway_Err",
+        "Msg_Backup_Gateway_Err"],
+}
+
+
+def translated(key):
+    return f"«{key}»"
+
+
+def write_table(device, text=translated, keys=KEYS):
+    lines = [line for section in keys
+             for line in (f"[{section}]", *(f"{key} = {text(key)}" for key in keys[section]))]
+    device.write("/etc/vexaagent/i18n/configui/C.UTF-8.prop", "\n".join(lines) + "\n")
+
+
+def test_shows_the_version_and_the_settings_in_their_order(start):
+    app = start()
+    assert [text for text in app.texts() if text in LABELS] == [*LABELS, "Settings"], \
+        "the frame's label is a node of its own"
+    assert {label: app.entry(label).text for label in FIELDS} == FIELDS
+    assert app.combo("Log Level").shown == "Error(recommended)"
+
+
+def test_stands_below_one_another_in_two_columns(start):
+    app = start()
+    fields = [app.entry("Current Gateway"), app.entry("Backup Gateway"), app.combo("Pull Interval"),
+              app.combo("Log Level"), app.combo("Delay Scope")]
+    tops = [field.box[1] for field in fields]
+    assert tops == sorted(tops)
+    assert len({(field.box[0], field.box[2]) for field in fields}) == 1, "one column"
+    for label in ("Current Gateway", "Backup Gateway", "Pull Interval", "Log Level", "Delay Scope"):
+        x, _, width, _ = app.label(label).box
+        assert x + width <= fields[0].box[0]
+    frame, = (node for node in app.active.find(Role.PANEL) if node.name == "Settings")
+    assert frame.box[2] >= 400 and frame.box[3] >= 250
+
+
+def test_without_an_agent_there_is_no_version(start, device):
+    device.remove("/usr/sbin/vexaagent")
+    app = start()
+    assert "5.2.1\n" not in app.texts()
+    assert app.label("Agent Version :").showing
+
+
+def test_tab_goes_in_reading_order(start):
+    app = start()
+    app.entry("Current Gateway").take_focus()
+    forward = []
+    while app.focused() != ("button", "OK"):
+        forward.append(app.focused())
+        app.key("Tab")
+    assert forward == [
+        ("entry", "Current Gateway"), ("entry", "Backup Gateway"), ("entry", "Pull Interval"),
+        ("combo", "Pull Interval"), ("combo", "Log Level"), ("entry", "Delay Scope"),
+        ("combo", "Delay Scope")]
+    backward = []
+    while app.focused() != ("entry", "Current Gateway"):
+        app.key("shift+Tab")
+        backward.append(app.focused())
+    assert backward == forward[::-1]
+
+
+def test_labels_name_the_fields_where_the_focus_is(start):
+    app = start()
+    for label in ("Current Gateway", "Backup Gateway"):
+        assert app.entry(label).label == label
+    for label in ("Pull Interval", "Delay Scope"):
+        assert app.combo(label).entry.label == label
+    app.entry("Delay Scope").take_focus()
+    app.key("shift+Tab")
+    assert app.focused() == ("combo", "Log Level")
+    version = app.label("5.2.1\n")
+    assert version.label == "Agent Version :"
+
+
+@pytest.mark.parametrize("label, next_label", [
+    ("Pull Interval", None), ("Log Level", "Delay Scope"), ("Delay Scope", None)])
+def test_the_wheel_over_a_closed_list_changes_nothing(start, device, label, next_label):
+    device.registry.set("LogLevel", "1")
+    app = start()
+    combo = app.combo(label)
+    shown, (x, y, width, height) = combo.shown, combo.box
+
+    def turn_wheel():
+        for across in (width // 4, width - 10):  # over the text, over the arrow
+            for wheel in (4, 5, 5):
+                app.click_at(x + across, y + height // 2, wheel)
+        assert combo.shown == shown
+
+    turn_wheel()
+    app.entry(next_label or label).take_focus()
+    if next_label:
+        app.key("shift+Tab")
+    assert app.focused()[1] == label
+    turn_wheel()
+
+
+def test_a_full_translation_leaves_no_english_on_the_page(start, device):
+    write_table(device)
+    device.registry.set("Interval_min", "1501")
+    device.registry.set("DelayScope_min", "7")
+    app = start()
+    interval, log_level, delay = (app.combo(translated(key))
+                                  for key in ("Label_Interval", "Label_Log", "Label_Delay"))
+    assert interval.shown == "1 «Time_Day» 1 «Time_Hour» 1 «Time_Minute»"
+    assert delay.shown == "7 «Time_Minutes»"
+    assert interval.rows() == [*map(translated, KEYS["Page_General"][7:13]), interval.shown]
+    assert log_level.rows() == list(map(translated, KEYS["Page_General"][13:16]))
+    assert delay.rows() == [*map(translated, KEYS["Page_General"][16:21]), delay.shown]
+    for key in KEYS["Page_General"][:7]:
+        assert translated(key) in app.texts(), key
+    ours = [text for text in app.texts() if "«" not in text]
+    assert sorted(ours) == sorted(["Agent Configure Manager", "General", "Groups", "OK", "Cancel",
+                                   "5.2.1\n", "192.168.10.5", "192.168.10.6"])
+
+
+def test_a_full_translation_leaves_no_english_in_the_messages(start, device):
+    write_table(device)
+    app = start()
+    current, backup, interval, delay = (
+        app.entry(translated(f"Label_{name}"))
+        for name in ("CurrentGW", "BackupGW", "Interval", "Delay"))
+
+    def expect(key):
+        message = app.message()
+        assert message.text == translated(key)
+        message.close()
+
+    for entry, key in ((current, "Msg_Current_Gateway_Err"), (backup, "Msg_Backup_Gateway_Err")):
+        entry.fill("255.255.255.255")
+        app.button("OK").click()
+        expect(key)
+        entry.fill("")
+    for entry, key, empty, number, form, length in (
+            (interval, "Msg_PageGeneral_Interval_Err", 1, 2, 3, 4),
+            (delay, "Msg_PageGeneral_Delay_Err", 2, 3, 4, 1)):
+        for text, fault in (("", empty), ("10081", number), ("abc", form)):
+            entry.fill(text)
+            app.key("Return")
+            expect(f"{key}{fault}")
+        entry.fill("9" * 50)
+        app.key("Left")
+        expect(f"{key}{length}")
+
+
+def test_a_row_that_cannot_be_shown_is_english_and_keeps_its_value(start, device):
+    device.write("/etc/vexaagent/i18n/configui/C.UTF-8.prop",
+                 b"[Page_General]\nPullInterval_Store_Item2 = 30 \xff\nTime_Hour = \xff\n"
+                 b"LogLevel_Store_Item2 = \xff\nDelayScope_Store_Item3 = \xff\n")
+    device.registry.set("Interval_min", "30")
+    device.registry.set("LogLevel", "1")
+    app = start()
+    assert app.combo("Pull Interval").shown == "30 minutes"
+    assert app.combo("Log Level").shown == "Warning"
+    assert app.combo("Delay Scope").shown == "10 minutes"
+    app.entry("Pull Interval").fill("90")
+    app.key("Return")
+    assert app.combo("Pull Interval").shown == "1 hour 30 minutes"
+    assert saved(app, device, "Interval_min", "LogLevel", "DelayScope_min") == ["90", "1", "10"]
+
+
+@pytest.mark.parametrize("gateway, shown", [
+    (b"a\xffb", "a\ufffdb"), (b"ab\xe4\xb8", "ab\ufffd\ufffd"), (b"\xe9t\xe9", "\ufffdt\ufffd")])
+def test_bytes_that_are_no_utf8_are_replaced_on_the_screen(start, device, gateway, shown):
+    device.registry.set("BackupGateway", gateway)
+    device.write("/etc/vexaagent/version", b"v: 5\xff\n")
+    app = start()
+    assert app.entry("Backup Gateway").text == shown
+    assert app.label("5\ufffd\n").showing
+    app.entry("Backup Gateway").take_focus()
+    app.key("End")
+    app.type("é")
+    assert app.entry("Backup Gateway").text == shown + "é"
