@@ -32,8 +32,7 @@ struct GroupDialog {
   GtkWidget *name_combo = nullptr;
   GtkWidget *name_entry = nullptr;  // inside the combo
   GtkWidget *value_entry = nullptr;
-  std::vector<std::string> choices;  // the names that the combo shows, in its order
-  std::string filled_value;          // what the program last put into the value field
+  std::vector<std::string> choices;  // the names that the combo offers, in its order
 };
 GroupDialog dialog;
 
@@ -41,31 +40,14 @@ void OnDestroyed() {
   dialog = GroupDialog();
 }
 
-// A text as the fields show it. What is stored is not always UTF-8, and in an entry or a menu such
-// bytes upset the toolkit and end the program where a screen reader listens. So the fields show a
-// replacement for them; TypedName and TypedValue put the bytes back.
-std::string Showable(const std::string &bytes) {
-  return HeapText::Adopt(g_utf8_make_valid(bytes.c_str(), -1)).OrEmpty();
-}
-
 const char *TextOf(GtkWidget *entry) {
   return gtk_entry_get_text(GTK_ENTRY(entry));
 }
 
-// Typing leaves no choice active.
+// Typing leaves no choice active; a choice is held as its bytes, which need not be what it shows.
 std::string TypedName() {
   const gint choice = gtk_combo_box_get_active(GTK_COMBO_BOX(dialog.name_combo));
   return choice < 0 ? TextOf(dialog.name_entry) : dialog.choices[static_cast<std::size_t>(choice)];
-}
-
-std::string TypedValue() {
-  const std::string text = TextOf(dialog.value_entry);
-  return text == Showable(dialog.filled_value) ? dialog.filled_value : text;
-}
-
-void FillValue(const std::string &value) {
-  dialog.filled_value = value;
-  FillGuardedEntry(GTK_ENTRY(dialog.value_entry), Showable(value).c_str());
 }
 
 // Null after a message during which the dialog was destroyed.
@@ -84,9 +66,9 @@ void OnNameChanged() {
   }
   const std::optional<std::size_t> row = FindRow(rows, RowName(name));
   if (row.has_value()) {
-    FillValue(rows[*row].value);
+    FillGuardedEntry(GTK_ENTRY(dialog.value_entry), rows[*row].value.c_str());
   } else if (!value_typed) {
-    FillValue("");
+    FillGuardedEntry(GTK_ENTRY(dialog.value_entry), "");
   }
 }
 
@@ -185,14 +167,15 @@ void FillFields(GroupMode mode) {
   value_typed = mode == kEditGroup;
   dialog.choices = NameChoices(GroupRows());
   for (const std::string &name : dialog.choices) {
-    gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(dialog.name_combo), Showable(name).c_str());
+    gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(dialog.name_combo),
+                                   ShowableBytes(name.c_str()).OrEmpty());
   }
   if (mode == kEditGroup) {
     const auto choice = std::find(dialog.choices.begin(), dialog.choices.end(), edited_group_name);
     gtk_combo_box_set_active(GTK_COMBO_BOX(dialog.name_combo),
                              static_cast<gint>(choice - dialog.choices.begin()));
     // Only now: the name has just brought the value of the first row of that name along.
-    FillValue(edited_group_value);
+    FillGuardedEntry(GTK_ENTRY(dialog.value_entry), edited_group_value.c_str());
     gtk_widget_grab_focus(dialog.value_entry);
   }
 }
@@ -229,7 +212,8 @@ HeapText FaultText(GroupFault fault) {
 }
 
 void ApplyGroup(GroupMode mode) {
-  const GroupRow row = {RowName(UpperName(TypedName().c_str())), TypedValue()};
+  const GroupRow row = {RowName(UpperName(TypedName().c_str())),
+                        GuardedText(GTK_ENTRY(dialog.value_entry))};
   if (mode == kAddGroup) {
     AppendGroup(row);
   } else if (const auto index = FindRow(GroupRows(), edited_group_name)) {
@@ -251,7 +235,7 @@ bool TakeInput(GroupMode mode) {
 }  // namespace
 
 int ValidateGroup(GroupMode mode) {
-  GroupInput input = {TypedName(), TypedValue(), std::nullopt};
+  GroupInput input = {TypedName(), GuardedText(GTK_ENTRY(dialog.value_entry)), std::nullopt};
   if (mode == kEditGroup) {
     input.edited_name = edited_group_name;
   }

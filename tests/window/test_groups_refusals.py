@@ -1,0 +1,118 @@
+"""What the group dialog refuses when OK is pressed, in which words, and where the focus goes."""
+import pytest
+
+from groups import DUPLICATE, add, add_group, edit, open_groups, rows, saved
+
+NO_NAME = "The group name can not be empty."
+NO_VALUE = "The group value can not be empty."
+IN_NAME = 'The group name can not contain ^=;\\".'
+IN_VALUE = 'The group value can not contain "=;"\\<>*?|:"&/.'
+IN_MANUAL_VALUE = 'The group value can not contain "=;"\\<>*?|:"&.'
+ON_NAME, ON_VALUE = ("entry", "Group Name"), ("entry", "Value")
+STORED = 'MG="m";P1="1";SALES="s"'
+
+
+def expect(dialog, text, focus):
+    """The refusal: the message, the dialog as it was, and the focus."""
+    before = dialog.texts
+    assert dialog.refused() == text
+    assert dialog.texts == before
+    assert dialog.app.focused() == focus
+
+
+@pytest.mark.parametrize("name, value, text, focus", [
+    ("", "", NO_NAME, ON_NAME),
+    ("", "x", NO_NAME, ON_NAME),
+    ("   ", "x", NO_NAME, ON_NAME),
+    *((f"a{character}b", "", IN_NAME, ON_NAME) for character in '^=;\\"'),
+    ("a", "", NO_VALUE, ON_VALUE),
+    ("mg", "   ", NO_VALUE, ON_VALUE),
+    ("p1", " ", NO_VALUE, ON_VALUE),
+    *(("a", f"x{character}y", IN_VALUE, ON_VALUE) for character in '=;"\\<>*?|:&/'),
+    *(("mg", f"x{character}y", IN_MANUAL_VALUE, ON_VALUE) for character in '=;"\\<>*?|:&'),
+    ("P1", "x:y", IN_VALUE, ON_VALUE),
+    ("P1", "x", DUPLICATE, ON_NAME),
+    (" p1 ", "x", DUPLICATE, ON_NAME),
+    ("sales", "x", DUPLICATE, ON_NAME),
+    ("mg", "x/y", DUPLICATE, ON_NAME),
+    ("Manual Group", "x", DUPLICATE, ON_NAME),
+])
+def test_refusals_while_adding(start, device, name, value, text, focus):
+    app = open_groups(start, device, STORED)
+    dialog = add(app).fill(name, value)
+    expect(dialog, text, focus)
+    dialog.cancel()
+    assert rows(app) == [("Manual Group", "m"), ("P1", "1"), ("SALES", "s")]
+
+
+@pytest.mark.parametrize("row, name, value, text, focus", [
+    (1, "", "x", NO_NAME, ON_NAME),
+    (1, "a=b", "x", IN_NAME, ON_NAME),
+    (1, "P1", "", NO_VALUE, ON_VALUE),
+    (1, "P1", "x/y", IN_VALUE, ON_VALUE),
+    (1, "sales", "x", DUPLICATE, ON_NAME),
+    (1, "mg", "x", DUPLICATE, ON_NAME),
+    (0, "Manual Group", "x&y", IN_MANUAL_VALUE, ON_VALUE),
+    (0, "P2", "x:y", IN_MANUAL_VALUE, ON_VALUE),
+    (0, "MG", "x", DUPLICATE, ON_NAME),
+    (0, "p1", "x", DUPLICATE, ON_NAME),
+])
+def test_refusals_while_editing(start, device, row, name, value, text, focus):
+    app = open_groups(start, device, STORED)
+    dialog = edit(app, row).fill(name, value)
+    expect(dialog, text, focus)
+    dialog.cancel()
+    assert saved(app, device) == STORED
+
+
+def test_slash_and_ampersand_are_fine_in_a_name(start, device):
+    app = open_groups(start, device, "")
+    add_group(app, "a/b&c", "x")
+    assert saved(app, device) == 'A/B&C="x"'
+
+
+def test_a_slash_is_fine_in_the_manual_groups_value(start, device):
+    app = open_groups(start, device, "")
+    add_group(app, "mg", "a/b")
+    edit(app, 0).fill("manual group", "c/d").accept()
+    assert saved(app, device) == 'MG="c/d"'
+
+
+def test_the_dialog_goes_on_until_the_input_is_good(start, device):
+    app = open_groups(start, device, STORED)
+    dialog = add(app)
+    expect(dialog, NO_NAME, ON_NAME)
+    expect(dialog.fill("a^"), IN_NAME, ON_NAME)
+    expect(dialog.fill("a"), NO_VALUE, ON_VALUE)
+    expect(dialog.fill(value="x:"), IN_VALUE, ON_VALUE)
+    dialog.fill(value="x").accept()
+    assert saved(app, device) == STORED + ';A="x"'
+
+
+def refuse_a_duplicate(app):
+    dialog = add(app).fill("p1", "x")
+    expect(dialog, DUPLICATE, ON_NAME)
+    return dialog
+
+
+def test_after_a_duplicate_a_bad_value_sends_the_focus_to_the_name(start, device):
+    app = open_groups(start, device, STORED)
+    dialog = refuse_a_duplicate(app)
+    expect(dialog.fill("a", ""), NO_VALUE, ON_NAME)
+    expect(dialog.fill(value="x:"), IN_VALUE, ON_NAME)
+    dialog.cancel()
+    expect(add(app).fill("a"), NO_VALUE, ON_NAME)
+
+
+def test_keeping_a_rows_name_does_not_make_up_for_a_duplicate(start, device):
+    app = open_groups(start, device, STORED)
+    refuse_a_duplicate(app).cancel()
+    edit(app, 1).accept()
+    expect(add(app).fill("a"), NO_VALUE, ON_NAME)
+
+
+def test_a_new_name_makes_up_for_a_duplicate(start, device):
+    app = open_groups(start, device, STORED)
+    dialog = refuse_a_duplicate(app)
+    dialog.fill("a", "x").accept()
+    expect(add(app).fill("b"), NO_VALUE, ON_VALUE)

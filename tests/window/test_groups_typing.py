@@ -1,0 +1,253 @@
+"""What happens in the group dialog's fields while the user types."""
+import pytest
+
+from groups import add, add_group, edit, open_groups, rows, saved
+
+STORED = 'MG="floor2";P1="lab";SALES="north";low="x"'
+NAME_FULL = "The max group name size can not exceed 50 characters."
+VALUE_FULL = "The max group value size can not exceed 255 characters."
+
+
+def paste(app, entry, text):
+    """Puts the text into the entry in place of what is there, with two key presses."""
+    app.set_clipboard(text)
+    entry.take_focus()
+    app.key("ctrl+a")
+    app.key("ctrl+v")
+
+
+def pasted(app, entry, text):
+    paste(app, entry, text)
+    app.wait_for(lambda: entry.text == text, f"{text!r} to be pasted")
+
+
+# --- the value that comes with the name ---
+
+@pytest.mark.parametrize("name, value", [
+    ("p1", "lab"), (" P1 ", "lab"), ("mg", "floor2"), ("Manual Group", "floor2"),
+    ("sales", "north"), ("SALE", ""), ("low", ""), ("LOW", "")])
+def test_a_listed_name_shows_its_value(start, device, name, value):
+    app = open_groups(start, device, STORED)
+    assert add(app).fill(name).value.text == value
+
+
+def test_the_value_goes_when_the_name_is_no_listed_one_any_more(start, device):
+    app = open_groups(start, device, STORED)
+    dialog = add(app).fill("p1")
+    app.type("x")
+    assert dialog.texts == ("p1x", "")
+    app.key("BackSpace")
+    assert dialog.texts == ("p1", "lab")
+
+
+def test_an_empty_name_leaves_the_value(start, device):
+    app = open_groups(start, device, STORED)
+    dialog = add(app)
+    dialog.name.entry.take_focus()
+    app.set_clipboard("P1")
+    app.key("ctrl+v")
+    app.wait_for(lambda: dialog.texts == ("P1", "lab"), "the name to be pasted")
+    app.key("ctrl+a")
+    app.key("BackSpace")
+    assert dialog.texts == ("", "lab")
+
+
+@pytest.mark.parametrize("pick", ["pick_with_mouse", "pick_with_keys"])
+def test_a_picked_name_shows_its_value(start, device, pick):
+    app = open_groups(start, device, STORED)
+    dialog = add(app)
+    getattr(dialog.name, pick)("SALES")
+    assert dialog.texts == ("SALES", "north")
+    getattr(dialog.name, pick)("P2")
+    assert dialog.texts == ("P2", "")
+
+
+def test_a_typed_value_outlives_a_new_name_but_not_a_listed_one(start, device):
+    app = open_groups(start, device, STORED)
+    dialog = add(app).fill(value="typed")
+    dialog.fill("new")
+    assert dialog.texts == ("new", "typed")
+    dialog.fill("p1")
+    assert dialog.texts == ("p1", "lab")
+    dialog.fill("new")
+    assert dialog.texts == ("new", "lab")
+
+
+def test_any_key_in_the_value_field_counts_as_typing(start, device):
+    app = open_groups(start, device, STORED)
+    dialog = add(app).fill("p1")
+    dialog.value.take_focus()
+    app.key("Left")
+    dialog.fill("new")
+    assert dialog.texts == ("new", "lab")
+
+
+def paste_value_with_mouse(app, dialog, text):
+    app.set_clipboard(text)
+    app.middle_click(dialog.value)
+    app.wait_for(lambda: dialog.value.text == text, "the value to be pasted")
+
+
+def test_pasting_with_the_mouse_is_no_typing(start, device):
+    app = open_groups(start, device, STORED)
+    dialog = add(app)
+    paste_value_with_mouse(app, dialog, "pasted")
+    dialog.name.entry.take_focus()
+    app.type("n")
+    assert dialog.texts == ("n", "")
+
+
+def test_an_empty_list_takes_no_value_away(start, device):
+    app = open_groups(start, device, "")
+    dialog = add(app)
+    paste_value_with_mouse(app, dialog, "pasted")
+    dialog.name.entry.take_focus()
+    app.type("n")
+    assert dialog.texts == ("n", "pasted")
+
+
+def test_each_adding_starts_untyped(start, device):
+    app = open_groups(start, device, STORED)
+    add(app).fill("x", "typed").cancel()
+    edit(app, 1).cancel()
+    dialog = add(app).fill("p1")
+    app.type("x")
+    assert dialog.texts == ("p1x", "")
+
+
+def test_an_edited_value_counts_as_typed(start, device):
+    app = open_groups(start, device, STORED)
+    dialog = edit(app, 1).fill("new")
+    assert dialog.texts == ("new", "lab")
+    dialog.fill("sales")
+    assert dialog.texts == ("sales", "north")
+
+
+# --- full fields ---
+
+@pytest.mark.parametrize("text", ["N" * 50, "\u00e9" * 25])
+def test_a_full_name_refuses_all_keys_but_those_that_shorten_it(start, device, text):
+    app = open_groups(start, device, "")
+    dialog = add(app)
+    pasted(app, dialog.name.entry, text)
+    for key in ("x", "Left", "Tab", "Return", "Escape", "Shift_L"):
+        app.key(key)
+        assert dialog.close_message() == NAME_FULL, key
+        assert dialog.texts == (text, "")
+        assert app.focused() == ("entry", "Group Name")
+    app.key("BackSpace")
+    app.no_message()
+    assert len(dialog.name.entry.text) < len(text)
+    app.key("x")
+    app.no_message()
+
+
+def test_delete_passes_in_a_full_name(start, device):
+    app = open_groups(start, device, "")
+    dialog = add(app)
+    pasted(app, dialog.name.entry, "N" * 50)
+    dialog.name.entry.click()
+    app.key("Delete")
+    app.no_message()
+    assert dialog.texts == ("N" * 49, "")
+
+
+def test_the_fiftieth_byte_can_be_typed(start, device):
+    app = open_groups(start, device, "")
+    dialog = add(app)
+    pasted(app, dialog.name.entry, "N" * 49)
+    app.type("n")
+    app.no_message()
+    dialog.fill(value="x").accept()
+    assert saved(app, device) == "N" * 50 + '="x"'
+
+
+def test_fifty_wide_characters_are_not_full_and_are_stored_cut(start, device):
+    app = open_groups(start, device, "")
+    dialog = add(app)
+    pasted(app, dialog.name.entry, "\u4e2d" * 50)
+    app.type("x")
+    app.no_message()
+    assert dialog.name.entry.text == "\u4e2d" * 50, "the field itself holds fifty characters"
+    dialog.fill(value="x").accept()
+    assert rows(app) == [("\u4e2d" * 50, "x")]
+    assert saved(app, device) == "\u4e2d" * 16 + '="x"', "48 bytes: no character is split"
+
+
+def test_a_full_value_refuses_all_keys_but_those_that_shorten_it(start, device):
+    app = open_groups(start, device, "")
+    dialog = add(app).fill("a")
+    pasted(app, dialog.value, "v" * 254)
+    app.key("End")
+    app.type("w")
+    full = "v" * 254 + "w"
+    assert dialog.value.text == full
+    for key in ("x", "Left", "Tab", "Return", "Escape", "Shift_L"):
+        app.key(key)
+        assert dialog.close_message() == VALUE_FULL, key
+        assert dialog.texts == ("a", full)
+        assert app.focused() == ("entry", "Value")
+    app.key("BackSpace")
+    app.no_message()
+    assert len(dialog.value.text) < 255
+
+
+def test_a_value_of_wide_characters_is_stored_whole(start, device):
+    app = open_groups(start, device, "")
+    dialog = add(app).fill("a")
+    value = "\U0001f600" * 255
+    pasted(app, dialog.value, value)
+    app.type("x")
+    app.no_message()
+    assert dialog.value.text == value
+    dialog.accept()
+    assert saved(app, device) == f'A="{value}"'
+    app = open_groups(start, device)
+    assert edit(app, 0).texts == ("A", value)
+
+
+# --- what cannot be stored ---
+
+def test_a_single_quote_cannot_be_typed(start, device):
+    app = open_groups(start, device, "")
+    dialog = add(app).fill("o'neil", "it's")
+    assert dialog.texts == ("oneil", "its")
+    dialog.accept()
+    assert saved(app, device) == 'ONEIL="its"'
+
+
+@pytest.mark.parametrize("text", ["a'b", "a\nb", "a\rb"])
+@pytest.mark.parametrize("field", ["name", "value"])
+def test_a_paste_that_cannot_be_stored_is_refused_whole(start, device, field, text):
+    app = open_groups(start, device, "")
+    dialog = add(app).fill("old", "old")
+    entry = dialog.name.entry if field == "name" else dialog.value
+    paste(app, entry, text)
+    entry.take_focus()
+    app.key("End")
+    app.set_clipboard("new")  # arrives after what was pasted before
+    app.key("ctrl+v")
+    app.wait_for(lambda: entry.text.endswith("new"), "the second paste")
+    assert entry.text == "oldnew"
+
+
+def test_a_command_in_a_value_never_runs(start, device):
+    app = open_groups(start, device, "")
+    add_group(app, "mg", "'$(touch /run/trap)`touch /run/trap`'")
+    assert saved(app, device) == 'MG="$(touch /run/trap)`touch /run/trap`"'
+    assert not device.host_path("/run/trap").exists()
+
+
+def test_stored_single_quotes_are_shown_and_keep_changes_from_being_saved(start, device):
+    stored = "O'NEIL=\"it's\";A=\"1\""
+    app = open_groups(start, device, stored)
+    dialog = edit(app, 0)
+    assert dialog.texts == ("O'NEIL", "it's")
+    dialog.accept()
+    edit(app, 1).fill(value="2").accept()
+    assert rows(app) == [("O'NEIL", "it's"), ("A", "2")]
+    dialog = add(app)
+    dialog.name.pick_with_mouse("O'NEIL")
+    assert dialog.texts == ("O'NEIL", "it's")
+    dialog.cancel()
+    assert saved(app, device) == stored
