@@ -122,35 +122,54 @@ GtkWidget *AddColumn(GtkWidget *box) {
   return column;
 }
 
+// Complete before the combo box sees it: hundreds of names that come one by one take seconds where
+// a screen reader listens.
+GtkTreeModel *NewChoiceStore(const std::vector<std::string> &names) {
+  GtkListStore *store = gtk_list_store_new(1, G_TYPE_STRING);
+  for (const std::string &name : names) {
+    gtk_list_store_insert_with_values(store, nullptr, -1, 0, ShowableBytes(name.c_str()).OrEmpty(),
+                                      -1);
+  }
+  return GTK_TREE_MODEL(store);
+}
+
+void AddNameCombo(GtkWidget *column) {
+  dialog.choices = NameChoices(GroupRows());
+  GtkTreeModel *store = NewChoiceStore(dialog.choices);
+  dialog.name_combo = gtk_combo_box_new_with_model_and_entry(store);
+  g_object_unref(store);
+  gtk_combo_box_set_entry_text_column(GTK_COMBO_BOX(dialog.name_combo), 0);
+  dialog.name_entry = gtk_bin_get_child(GTK_BIN(dialog.name_combo));
+  gtk_entry_set_max_length(GTK_ENTRY(dialog.name_entry), kNameLimit);
+  GuardEntry(GTK_ENTRY(dialog.name_entry));
+  IgnoreWheel(dialog.name_combo);
+  gtk_container_add(GTK_CONTAINER(column), dialog.name_combo);
+}
+
+void AddValueEntry(GtkWidget *column) {
+  dialog.value_entry = gtk_entry_new();
+  gtk_entry_set_max_length(GTK_ENTRY(dialog.value_entry), kValueLimit);
+  GuardEntry(GTK_ENTRY(dialog.value_entry));
+  gtk_container_add(GTK_CONTAINER(column), dialog.value_entry);
+}
+
 void AddLabel(GtkWidget *column, GtkWidget *field, const HeapText &text) {
   GtkWidget *label = gtk_label_new(text.Get());
   LabelField(label, field);
   gtk_container_add(GTK_CONTAINER(column), label);
 }
 
-void CreateFields() {
-  dialog.name_combo = gtk_combo_box_text_new_with_entry();
-  dialog.name_entry = gtk_bin_get_child(GTK_BIN(dialog.name_combo));
-  gtk_entry_set_max_length(GTK_ENTRY(dialog.name_entry), kNameLimit);
-  GuardEntry(GTK_ENTRY(dialog.name_entry));
-  IgnoreWheel(dialog.name_combo);
-
-  dialog.value_entry = gtk_entry_new();
-  gtk_entry_set_max_length(GTK_ENTRY(dialog.value_entry), kValueLimit);
-  GuardEntry(GTK_ENTRY(dialog.value_entry));
-}
-
-void AddLabelsAndFields() {
+void AddContent() {
   GtkWidget *box = gtk_hbox_new(FALSE, 10);
   gtk_container_set_border_width(GTK_CONTAINER(box), 5);
   gtk_box_pack_start(GTK_BOX(gtk_dialog_get_content_area(GTK_DIALOG(dialog.window))), box, TRUE,
                      TRUE, 0);
   GtkWidget *labels = AddColumn(box);
+  GtkWidget *fields = AddColumn(box);
+  AddNameCombo(fields);
+  AddValueEntry(fields);
   AddLabel(labels, dialog.name_combo, ShownText("Group Name", "Label_GroupName", "Dialog_Group"));
   AddLabel(labels, dialog.value_entry, ShownText("Value", "Label_Value", "Dialog_Group"));
-  GtkWidget *fields = AddColumn(box);
-  gtk_container_add(GTK_CONTAINER(fields), dialog.name_combo);
-  gtk_container_add(GTK_CONTAINER(fields), dialog.value_entry);
   gtk_widget_show_all(box);
 }
 
@@ -163,29 +182,23 @@ void ConnectFields() {
   g_signal_connect_swapped(dialog.value_entry, "key-press-event", G_CALLBACK(OnValueKey), nullptr);
 }
 
-void FillFields(GroupMode mode) {
-  value_typed = mode == kEditGroup;
-  dialog.choices = NameChoices(GroupRows());
-  for (const std::string &name : dialog.choices) {
-    gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(dialog.name_combo),
-                                   ShowableBytes(name.c_str()).OrEmpty());
-  }
-  if (mode == kEditGroup) {
-    const auto choice = std::find(dialog.choices.begin(), dialog.choices.end(), edited_group_name);
-    gtk_combo_box_set_active(GTK_COMBO_BOX(dialog.name_combo),
-                             static_cast<gint>(choice - dialog.choices.begin()));
-    // Only now: the name has just brought the value of the first row of that name along.
-    FillGuardedEntry(GTK_ENTRY(dialog.value_entry), edited_group_value.c_str());
-    gtk_widget_grab_focus(dialog.value_entry);
-  }
+void FillFields() {
+  const auto choice = std::find(dialog.choices.begin(), dialog.choices.end(), edited_group_name);
+  gtk_combo_box_set_active(GTK_COMBO_BOX(dialog.name_combo),
+                           static_cast<gint>(choice - dialog.choices.begin()));
+  // Only now: the name has just brought the value of the first row of that name along.
+  FillGuardedEntry(GTK_ENTRY(dialog.value_entry), edited_group_value.c_str());
+  gtk_widget_grab_focus(dialog.value_entry);
 }
 
 void OpenDialog(GroupMode mode) {
   dialog.window = NewDialog(mode);
-  CreateFields();
-  AddLabelsAndFields();
+  AddContent();
   ConnectFields();
-  FillFields(mode);
+  value_typed = mode == kEditGroup;
+  if (mode == kEditGroup) {
+    FillFields();
+  }
 }
 
 HeapText FaultText(GroupFault fault) {
