@@ -362,11 +362,8 @@ class SimDevice:
         copy = Path(f"{self._files}{directory}")
         copy.mkdir(parents=True)
         for entry in os.scandir(directory):
-            if entry.path in _HIDDEN:
-                continue
-            # A link stays what it is: relative ones are meant from where they are.
-            target = os.readlink(entry) if entry.is_symlink() else f"{_MACHINE}{entry.path}"
-            (copy / entry.name).symlink_to(target)
+            if entry.path not in _HIDDEN:
+                (copy / entry.name).symlink_to(f"{_MACHINE}{entry.path}")
 
     def _install(self):
         self.database.executescript((_HERE / "schema.sql").read_text())

@@ -183,6 +183,14 @@ def test_sockets_of_the_machine_are_within_reach(device, where):
             assert os.path.exists(f"{directory}/new")
 
 
+def test_the_runtime_directories_of_users_are_the_machines(device):
+    if not os.path.isdir("/run/user"):
+        pytest.skip("this machine has none")
+    users = os.stat("/run/user")
+    result = run(device, "stat", "-c", "%d %i", "/run/user")
+    assert result.stdout.split() == [b"%d" % users.st_dev, b"%d" % users.st_ino]
+
+
 def test_two_programs_share_run_and_its_locks(device):
     holder = device.start([sys.executable, "-c", LOCK_SCRIPT], stdin=subprocess.PIPE,
                           stdout=subprocess.PIPE)
