@@ -16,7 +16,7 @@ SimpleXMLNode *AddNode(SimpleXMLElement *element, SimpleXMLNodeKind kind, int32_
     SimpleAllocNodes(element, grow_by);
   }
   SimpleXMLNode *node = &element->nodes[element->node_count++];
-  node->kind = kind;
+  *node = {kind, {}, 0};
   return node;
 }
 
@@ -69,12 +69,9 @@ void SimpleAllocNodes(SimpleXMLElement *element, int32_t grow_by) {
   REQUIRE(grow_by > 0, "growBy > 0");
   REQUIRE(grow_by <= INT32_MAX - element->node_capacity, "growBy <= INT32_MAX - nodeCapacity");
   const int32_t capacity = element->node_capacity + grow_by;
-  SimpleXMLNode *nodes = Allocate<SimpleXMLNode>(static_cast<size_t>(capacity));
-  for (int32_t i = 0; i < element->node_count; ++i) {
-    nodes[i] = element->nodes[i];
-  }
-  free(element->nodes);
-  element->nodes = nodes;
+  void *nodes = reallocarray(element->nodes, static_cast<size_t>(capacity), sizeof(SimpleXMLNode));
+  REQUIRE(nodes != nullptr, "nodes");
+  element->nodes = static_cast<SimpleXMLNode *>(nodes);
   element->node_capacity = capacity;
 }
 
