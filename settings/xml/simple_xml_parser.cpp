@@ -69,8 +69,12 @@ void DropQuestionMark(SimpleXMLElement *element) {
   if (element->processing_instruction == 0 || element->node_count == 0) {
     return;
   }
-  const SimpleXMLAttribute *last = element->nodes[element->node_count - 1].object.attribute;
-  char *text = last->value != nullptr ? last->value : last->name;
+  const SimpleXMLNode &last = element->nodes[element->node_count - 1];
+  if (last.kind != kSimpleXMLAttributeNode) {
+    return;
+  }
+  const SimpleXMLAttribute *attribute = last.object.attribute;
+  char *text = attribute->value != nullptr ? attribute->value : attribute->name;
   const size_t length = strlen(text);
   if (length > 0 && text[length - 1] == '?') {
     text[length - 1] = '\0';

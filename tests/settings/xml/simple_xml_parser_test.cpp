@@ -259,6 +259,27 @@ TEST_F(ElementParser, GivesZeroAtTheEndOfTheText) {
   EXPECT_EQ(xml_.error, 0);
 }
 
+TEST_F(ElementParser, GivesZeroAtTheEndOfTheTextInsideTheTag) {
+  Start("x=1 y");
+  EXPECT_EQ(SimpleParseXMLElement(&xml_, element_), 0);
+  EXPECT_EQ(Outline(element_), "a{@x=1 @y}");
+  EXPECT_EQ(xml_.error, 0);
+}
+
+TEST_F(ElementParser, GivesZeroAndTheCodeAtAnErrorInsideTheTag) {
+  Start("x <");
+  EXPECT_EQ(SimpleParseXMLElement(&xml_, element_), 0);
+  EXPECT_EQ(xml_.error, 7);
+}
+
+TEST_F(ElementParser, DropsAQuestionMarkOnlyFromAnAttribute) {
+  element_->processing_instruction = 1;
+  SimpleAddText(element_, SimpleStrdup("text?", 0), 1);
+  Start(">");
+  EXPECT_EQ(SimpleParseXMLElement(&xml_, element_), 0);
+  EXPECT_EQ(Outline(element_), "?a{[text?]}");
+}
+
 TEST_F(ElementParser, GivesZeroAndTheCodeAtAnError) {
   Start("><b>></b></a>");
   EXPECT_EQ(SimpleParseXMLElement(&xml_, element_), 0);
