@@ -3,7 +3,7 @@
 include(ProductData)
 set(PRODUCT_DATA ${PROJECT_SOURCE_DIR}/app/product_data.txt CACHE FILEPATH
     "The product line's own identifiers, in the form that app/product_data.txt documents")
-korv_product_data_header(${PRODUCT_DATA} ${PROJECT_BINARY_DIR}/app/product_data.h)
+korv_product_data_header("${PRODUCT_DATA}" ${PROJECT_BINARY_DIR}/app/product_data.h)
 
 add_library(platform STATIC platform.cpp)
 target_include_directories(platform PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})

@@ -145,11 +145,11 @@ const FamilyLayout *FindLayout(char letter) {
   return nullptr;
 }
 
-// -1 unless the text is a decimal number to its end. At most four digits, so nothing overflows.
+// -1 unless the text, of two or four characters, is a decimal number to its end.
 std::int32_t WholeNumber(const char *text) {
   char *end = nullptr;
   const long number = std::strtol(text, &end, 10);
-  return end != text && *end == '\0' ? static_cast<std::int32_t>(number) : -1;
+  return *end == '\0' ? static_cast<std::int32_t>(number) : -1;
 }
 
 PlatformRecord ReadSystemInfoFile(const char *path) {

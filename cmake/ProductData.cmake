@@ -84,7 +84,7 @@ function(korv_product_data_header file header)
   list(JOIN FAMILY_LETTERS ", " FAMILY_LETTERS)
   list(JOIN MODEL_CODES ", " MODEL_CODES)
   configure_file(${PROJECT_SOURCE_DIR}/app/product_data.h.in ${header} @ONLY)
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${file}")
 endfunction()
 
 if(CMAKE_SCRIPT_MODE_FILE STREQUAL CMAKE_CURRENT_LIST_FILE)

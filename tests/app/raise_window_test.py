@@ -196,16 +196,16 @@ def wait_for_focus_in(x, window):
     (Xatom.CARDINAL, 8, b"\x01"),
     (Xatom.INTEGER, 32, [PID]),
     (Xatom.STRING, 8, b"4711"),
-    (Xatom.CARDINAL, 32, [OTHER_PID, PID]),
+    (Xatom.CARDINAL, 32, [OTHER_PID + 1, PID]),
 ])
 def test_a_property_of_another_form_names_no_process(x, kind, item_bits, items):
     odd = make_window(root_of(x))
     set_pid(odd, kind, item_bits, items)
-    target = make_window(root_of(x), PID)
+    target, other = make_window(root_of(x), PID), make_window(root_of(x), OTHER_PID)
     raise_windows(x, PID)
-    assert stack(x) == [odd, target]
+    assert stack(x) == [odd, other, target]
     raise_windows(x, 1)
-    assert stack(x) == [odd, target]
+    assert stack(x) == [odd, other, target]
 
 
 def test_only_the_first_item_of_the_property_counts(x):
