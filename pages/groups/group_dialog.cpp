@@ -122,23 +122,13 @@ GtkWidget *AddColumn(GtkWidget *box) {
   return column;
 }
 
-// Complete before the combo box sees it: hundreds of names that come one by one take seconds where
-// a screen reader listens.
-GtkTreeModel *NewChoiceStore(const std::vector<std::string> &names) {
-  GtkListStore *store = gtk_list_store_new(1, G_TYPE_STRING);
-  for (const std::string &name : names) {
-    gtk_list_store_insert_with_values(store, nullptr, -1, 0, ShowableBytes(name.c_str()).OrEmpty(),
-                                      -1);
-  }
-  return GTK_TREE_MODEL(store);
-}
-
 void AddNameCombo(GtkWidget *column) {
+  dialog.name_combo = gtk_combo_box_text_new_with_entry();
   dialog.choices = NameChoices(GroupRows());
-  GtkTreeModel *store = NewChoiceStore(dialog.choices);
-  dialog.name_combo = gtk_combo_box_new_with_model_and_entry(store);
-  g_object_unref(store);
-  gtk_combo_box_set_entry_text_column(GTK_COMBO_BOX(dialog.name_combo), 0);
+  for (const std::string &name : dialog.choices) {
+    gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(dialog.name_combo),
+                                   ShowableBytes(name.c_str()).OrEmpty());
+  }
   dialog.name_entry = gtk_bin_get_child(GTK_BIN(dialog.name_combo));
   gtk_entry_set_max_length(GTK_ENTRY(dialog.name_entry), kNameLimit);
   GuardEntry(GTK_ENTRY(dialog.name_entry));
