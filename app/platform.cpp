@@ -81,13 +81,11 @@ constexpr std::array<SystemInfoKey, 3> kSystemInfoKeys = {{
 // The value is taken by position, not by looking for quotes: the key counts as standing at the
 // start of the line, a quote on either side of the value and the line end after it, wherever they
 // really are. A line without its line end thus loses the last character of its value, and a value
-// before CR LF keeps its closing quote. A shorter value of the same key overwrites only the
-// beginning of a longer one before it, as in a buffer that is cleared once.
+// before CR LF keeps its closing quote. A line too short for that is ignored.
 void TakeValue(const std::string &line, std::size_t key_length, std::string &value) {
   const std::size_t around = key_length + 3;
   if (line.size() >= around) {
-    const std::size_t length = line.size() - around;
-    value.replace(0, length, line, key_length + 1, length);
+    value.assign(line, key_length + 1, line.size() - around);
   }
 }
 

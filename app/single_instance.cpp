@@ -57,7 +57,8 @@ void CloseOnExec(int file) {
 
 // The descriptor is never closed: closing it would drop the lock.
 bool TakeInstanceLockAt(const char *pid_file) {
-  const int file = open(pid_file, O_WRONLY | O_CREAT, 0644);
+  // Close-on-exec from the start, for the commands that run when the lock is another's.
+  const int file = open(pid_file, O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
   if (file < 0) {
     PrintNow("open file error\n");
     return false;
