@@ -39,28 +39,40 @@ HeapText DelayFaultText(DurationFault fault) {
                          "Msg_PageGeneral_Delay_Err4", "Message");
 }
 
-void ReplaceEmptyInterval() {
-  ShowMessage(ShownText("The pull interval value is empty.\nSet interval using the recommended "
-                        "default value(1 day - 1440 minutes)",
-                        "Msg_PageGeneral_Interval_Err1", "Message")
-                  .Get());
-  ReselectPullInterval(kRecommendedInterval);
+// Shows the message. False when the page is gone afterwards: its window can be destroyed from
+// outside while the message is open.
+bool Tell(const HeapText &message) {
+  ShowMessage(message.Get());
+  return general_page.box != nullptr;
 }
 
-void ReplaceEmptyDelay() {
-  ShowMessage(ShownText("The delay scope value is empty.\nSet delay scope using the recommended "
-                        "default value(10 minutes)",
-                        "Msg_PageGeneral_Delay_Err2", "Message")
-                  .Get());
+bool ReplaceEmptyInterval() {
+  if (!Tell(ShownText("The pull interval value is empty.\nSet interval using the recommended "
+                      "default value(1 day - 1440 minutes)",
+                      "Msg_PageGeneral_Interval_Err1", "Message"))) {
+    return false;
+  }
+  ReselectPullInterval(kRecommendedInterval);
+  return true;
+}
+
+bool ReplaceEmptyDelay() {
+  if (!Tell(ShownText("The delay scope value is empty.\nSet delay scope using the recommended "
+                      "default value(10 minutes)",
+                      "Msg_PageGeneral_Delay_Err2", "Message"))) {
+    return false;
+  }
   ReselectDelayScope(kRecommendedDelay);
+  return true;
 }
 
 // True when the typed text is a number within the limits.
 bool TakeTypedInterval(const std::string &text) {
   const TypedDuration typed = ParseTypedInterval(text.c_str());
   if (typed.fault != DurationFault::kNone) {
-    ShowMessage(IntervalFaultText(typed.fault).Get());
-    gtk_widget_grab_focus(EntryOf(general_page.pull_interval));
+    if (Tell(IntervalFaultText(typed.fault))) {
+      gtk_widget_grab_focus(EntryOf(general_page.pull_interval));
+    }
     return false;
   }
   ReselectPullInterval(typed.minutes);
@@ -71,8 +83,9 @@ bool TakeTypedInterval(const std::string &text) {
 bool TakeTypedDelay(const std::string &text) {
   const TypedDuration typed = ParseTypedDelay(text.c_str());
   if (typed.fault != DurationFault::kNone) {
-    ShowMessage(DelayFaultText(typed.fault).Get());
-    gtk_widget_grab_focus(EntryOf(general_page.delay_scope));
+    if (Tell(DelayFaultText(typed.fault))) {
+      gtk_widget_grab_focus(EntryOf(general_page.delay_scope));
+    }
     return false;
   }
   ReselectDelayScope(typed.minutes);
@@ -104,8 +117,7 @@ void ValidatePullInterval() {
   const std::string text = TypedText(general_page.pull_interval);
   const std::string typed = TrimmedBlanks(text.c_str());
   if (typed.empty()) {
-    ReplaceEmptyInterval();
-    pull_interval_validated = true;
+    pull_interval_validated = ReplaceEmptyInterval();
     return;
   }
   MatchPullInterval(typed);
@@ -117,8 +129,7 @@ void ValidateDelayScope() {
   const std::string text = TypedText(general_page.delay_scope);
   const std::string typed = TrimmedBlanks(text.c_str());
   if (typed.empty()) {
-    ReplaceEmptyDelay();
-    delay_scope_validated = true;
+    delay_scope_validated = ReplaceEmptyDelay();
     return;
   }
   MatchDelayScope(typed);
@@ -144,20 +155,18 @@ gboolean OnDelayScopeFocus() {
 }
 
 gboolean OnPullIntervalKey(gpointer, const GdkEventKey *event) {
-  if (IsRefused(event, general_page.pull_interval)) {
-    ShowMessage(ShownText("The input pull interval value max size can not exceed 50 characters.",
-                          "Msg_PageGeneral_Interval_Err4", "Message")
-                    .Get());
+  if (IsRefused(event, general_page.pull_interval) &&
+      Tell(ShownText("The input pull interval value max size can not exceed 50 characters.",
+                     "Msg_PageGeneral_Interval_Err4", "Message"))) {
     FocusUnselected(general_page.pull_interval);
   }
   return FALSE;
 }
 
 gboolean OnDelayScopeKey(gpointer, const GdkEventKey *event) {
-  if (IsRefused(event, general_page.delay_scope)) {
-    ShowMessage(ShownText("The input delay scope value max size can not exceed 50 characters.",
-                          "Msg_PageGeneral_Delay_Err1", "Message")
-                    .Get());
+  if (IsRefused(event, general_page.delay_scope) &&
+      Tell(ShownText("The input delay scope value max size can not exceed 50 characters.",
+                     "Msg_PageGeneral_Delay_Err1", "Message"))) {
     FocusUnselected(general_page.delay_scope);
   }
   return FALSE;

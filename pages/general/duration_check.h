@@ -12,7 +12,7 @@ extern bool delay_scope_validated;
 // appended when it is new, and a new value also moves the focus on: from the interval to the Log
 // Level, from the delay to OK. An empty text is replaced by the recommended value, after a message,
 // and is valid. Anything else brings a message and takes the focus to the entry; its text and the
-// setting stay as they are.
+// setting stay as they are. Nothing is valid when the window was destroyed under the message.
 void ValidatePullInterval();
 void ValidateDelayScope();
 

@@ -154,6 +154,8 @@ void AddLabels(GtkWidget *column) {
 
 void BuildGeneralPage(const char *agent_version) {
   general_page.box = gtk_vbox_new(FALSE, 0);
+  g_signal_connect(general_page.box, "destroy", G_CALLBACK(gtk_widget_destroyed),
+                   &general_page.box);
   AddVersion(agent_version);
   GtkWidget *settings = AddFrame();
   GtkWidget *labels = AddColumn(settings, 10);

@@ -6,7 +6,7 @@
 // In the order of the screen; the widgets are borrowed from their parents, the stores are the
 // page's own. All null before the page is built.
 struct GeneralPage {
-  GtkWidget *box;
+  GtkWidget *box;              // null again once it was destroyed, and all other widgets with it
   GtkWidget *current_gateway;  // entry
   GtkWidget *backup_gateway;   // entry
   GtkWidget *pull_interval;    // combo box with entry

@@ -66,6 +66,14 @@ def test_a_stored_gateway_that_is_too_long_is_cut(start, device):
     assert app.entry("Current Gateway").text == "0" * 43 + "10.0.0."
 
 
+def test_a_gateway_that_is_no_utf8_is_saved_as_it_was(start, device):
+    device.write("/etc/hosts", b"10.0.0.7 caf\xe9\n")
+    device.registry.set("CurrentGateway", b" caf\xe9")
+    app = start()
+    assert app.entry("Current Gateway").text == " caf\ufffd"
+    assert saved(app, device, "CurrentGateway") == ["caf\udce9"]
+
+
 # --- durations ---
 
 @pytest.mark.parametrize("label, name, typed, stored", [
@@ -113,6 +121,19 @@ def test_faults_are_told_one_at_a_time_in_the_order_of_the_page(start, device):
         app.entry(label).fill(right)
     assert saved(app, device, "CurrentGateway", "BackupGateway", "Interval_min", "LogLevel",
                  "DelayScope_min") == ["10.0.0.1", "10.0.0.2", "16", "0", "7"]
+
+
+def test_ok_saves_nothing_when_the_window_goes_under_its_message(start, device):
+    device.registry.set("DelayScope_min", "")
+    app = start(fatal_warnings=False)
+    app.button("OK").click()
+    message = app.message()
+    app.desktop.display.create_resource_object("window", app.x_window().id).destroy()
+    app.desktop.display.sync()
+    message.close()
+    assert app.wait_exit() == 0
+    assert app.stderr.count(" **: ") == app.stderr.count("unexpectedly destroyed") == 1
+    assert written(device) == []
 
 
 def test_a_hundred_refused_oks_do_no_harm(start, device):

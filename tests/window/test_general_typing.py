@@ -240,3 +240,18 @@ def test_the_window_can_be_closed_on_a_refused_text(start):
     app.entry("Pull Interval").fill("abc")
     app.close_window()
     assert app.wait_exit() == 0
+
+
+@BOTH
+@pytest.mark.parametrize("text, key", [
+    ("", "Return"), ("", "Tab"), ("abc", "Return"), ("abc", "Tab"), ("9" * 50, "x")])
+def test_the_window_may_go_while_a_message_is_open(start, label, text, key):
+    app = start(fatal_warnings=False)
+    app.entry(label).fill(text)
+    app.key(key)
+    message = app.message()
+    app.desktop.display.create_resource_object("window", app.x_window().id).destroy()
+    app.desktop.display.sync()
+    message.close()
+    assert app.wait_exit() == 0
+    assert app.stderr.count(" **: ") == app.stderr.count("unexpectedly destroyed") == 1
