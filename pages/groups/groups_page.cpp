@@ -151,9 +151,20 @@ GtkWidget *AddFrame() {
   return box;
 }
 
-void AddColumn(GtkCellRenderer *cell, GroupColumn text, const HeapText &title) {
-  GtkTreeViewColumn *column =
-      gtk_tree_view_column_new_with_attributes(title.Get(), cell, "text", text, nullptr);
+// What the model holds is not always UTF-8.
+void ShowCell(GtkTreeViewColumn *, GtkCellRenderer *cell, GtkTreeModel *model, GtkTreeIter *row,
+              gpointer column) {
+  gchar *bytes = nullptr;
+  gtk_tree_model_get(model, row, GPOINTER_TO_INT(column), &bytes, -1);
+  const HeapText owner = HeapText::Adopt(bytes);
+  g_object_set(cell, "text", ShowableBytes(owner.OrEmpty()).Get(), nullptr);
+}
+
+void AddColumn(GtkCellRenderer *cell, GroupColumn shown, const HeapText &title) {
+  GtkTreeViewColumn *column = gtk_tree_view_column_new();
+  gtk_tree_view_column_set_title(column, title.Get());
+  gtk_tree_view_column_pack_start(column, cell, TRUE);
+  gtk_tree_view_column_set_cell_data_func(column, cell, ShowCell, GINT_TO_POINTER(shown), nullptr);
   gtk_tree_view_column_set_alignment(column, 0.0F);
   gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
   gtk_tree_view_column_set_fixed_width(column, 135);
