@@ -1,5 +1,6 @@
 # Warnings, hardening and sanitizers, for every target of the tree.
 option(KORV_WERROR "Treat compiler warnings as errors" ON)
+option(KORV_FUZZ "Build the fuzzers; needs clang and the sanitizers" OFF)
 option(KORV_SANITIZE "Build with the address, undefined-behaviour and leak sanitizers" OFF)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast
@@ -12,7 +13,8 @@ add_link_options(-pie)
 
 if(KORV_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
-                      -fno-omit-frame-pointer)
+                      -fno-omit-frame-pointer
+                      $<$<BOOL:${KORV_FUZZ}>:-fsanitize=fuzzer-no-link>)
   add_link_options(-fsanitize=address,undefined)
 else()
   add_compile_options(-fstack-protector-strong -fstack-clash-protection

@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
@@ -44,20 +43,25 @@ RegistryEntry ParseEntry(std::string_view line) {
 
 }  // namespace
 
-std::vector<RegistryEntry> RegistryClient::GetEntries(const QString &key) const {
+std::vector<RegistryEntry> ReadEntries(std::FILE *output) {
   std::vector<RegistryEntry> entries;
-  std::FILE *output = nullptr;
-  pid_t child = -1;
-  OpenCommandOutput(&output, &child, "regmux get '%s'", key.toLatin1().constData());
-  if (output == nullptr) {
-    return entries;
-  }
   char *line = nullptr;
   std::size_t capacity = 0;
   while (getline(&line, &capacity, output) != -1) {
     entries.push_back(ParseEntry(line));  // a NUL ends the line's text
   }
   std::free(line);
+  return entries;
+}
+
+std::vector<RegistryEntry> RegistryClient::GetEntries(const QString &key) const {
+  std::FILE *output = nullptr;
+  pid_t child = -1;
+  OpenCommandOutput(&output, &child, "regmux get '%s'", key.toLatin1().constData());
+  if (output == nullptr) {
+    return {};
+  }
+  std::vector<RegistryEntry> entries = ReadEntries(output);
   std::fclose(output);
   return entries;
 }

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <QString>
+#include <cstdio>
 #include <vector>
 
 // One line of the client's output.
@@ -20,6 +21,9 @@ struct RegistryEntry {
   QString
       text;  // what follows the word and one more byte, without CR and LF at its end; else empty
 };
+
+// Reads what the client printed to its end: one entry for each line, whatever it holds.
+std::vector<RegistryEntry> ReadEntries(std::FILE *output);
 
 class RegistryClient {
  public:

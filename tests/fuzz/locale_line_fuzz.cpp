@@ -1,0 +1,21 @@
+// The line of the locale tool: any name that comes of it loads a table or leaves it empty.
+#include <cstring>
+
+#include "tests/fuzz/fuzz.h"
+#include "text/string_table.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  const std::string line = Bytes(data, size).c_str();  // up to the first NUL, as it is read
+  const std::string name = LocaleNameFromLine(line);
+  if (line.empty()) {
+    CHECK_PROPERTY(name == "en_US");
+  } else {
+    CHECK_PROPERTY(line.find(name) != std::string::npos);
+  }
+  StringTable table;
+  table.directory = "/nowhere";
+  table.sections = {{"old", {}}};
+  LoadLocaleTexts(table, name);
+  CHECK_PROPERTY(table.sections.empty() && !table.loaded);
+  return 0;
+}
