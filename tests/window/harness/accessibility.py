@@ -109,16 +109,31 @@ class Node:
         return [Node(self.app, self.accessible.get_child_at_index(index))
                 for index in range(self.accessible.get_child_count())]
 
-    def find(self, role=None, *states):
-        """The nodes below with that role (any when None) and all the states, in their order."""
+    def find(self, roles, *states):
+        """The nodes below with that role (or one of several) and all the states, in their order.
+
+        The program looks for them itself, which is quick, but it may crash when table cells are
+        among them: it has forgotten those before it can name them. Ask a Table instead.
+        """
+        roles = list(roles) if isinstance(roles, (list, tuple, dict)) else [roles]
+        assert roles and Role.TABLE_CELL not in roles
         rule = Atspi.MatchRule.new(
             Atspi.StateSet.new(list(states)), Atspi.CollectionMatchType.ALL,
-            {}, Atspi.CollectionMatchType.ALL,
-            [] if role is None else [role], Atspi.CollectionMatchType.ANY if role is not None
-            else Atspi.CollectionMatchType.ALL, [], Atspi.CollectionMatchType.ALL, False)
+            {}, Atspi.CollectionMatchType.ALL, roles, Atspi.CollectionMatchType.ANY,
+            [], Atspi.CollectionMatchType.ALL, False)
         matches = Atspi.Collection.get_matches(self.accessible, rule,
                                                Atspi.CollectionSortOrder.CANONICAL, 0, True)
         return [Node(self.app, match) for match in matches]
+
+    def texts(self):
+        """All texts that can be read in the node, in their order."""
+        found = [self.name]
+        if self.role == Role.TEXT:
+            found.append(Atspi.Text.get_text(self.accessible, 0, -1))
+        for child in self.children:
+            if child.showing:
+                found += child.texts()
+        return [text for text in found if text]
 
     def click(self, button=1, settle=True):
         """Clicks the middle of the node with the mouse."""

@@ -26,7 +26,8 @@ class App:
     def __init__(self, desktop, device, argv, env, fatal_warnings=True):
         self.desktop = desktop
         self.device = device
-        self._locale = env["LC_ALL"]
+        self._locale = next((env[name] for name in ("LC_ALL", "LC_MESSAGES", "LANG")
+                             if env.get(name)), "C")
         self._warnings_allowed = not fatal_warnings
         self._output = tempfile.TemporaryFile()
         self._errors = tempfile.TemporaryFile()
@@ -108,19 +109,22 @@ class App:
         window = self.wait_for(lambda: self.x_window(title), f"the window {title!r} on the screen")
         if active and self.desktop.manager:
             self.wait_for(lambda: self.desktop.active_window() == window, f"{window} to be active")
+        if active:
             self.ready_for_input()
         self.settled()
         return self
 
     def ready_for_input(self):
-        """Waits until the keyboard belongs to a window of the program."""
-        if self.desktop.manager:
-            self.wait_for(self._has_keyboard, "the keyboard to belong to the program")
+        """Waits until the keyboard belongs to a window of the program; without a window manager
+        its highest window is given it."""
+        self.wait_for(self._has_keyboard, "the keyboard to belong to the program")
 
     def _has_keyboard(self):
+        windows = self.x_windows()
+        if not self.desktop.manager:
+            self.desktop.give_focus(windows[-1])
         focus = self.desktop.input_focus()
-        clients = {window.client() for window in self.x_windows()}
-        return focus and focus.client() in clients and \
+        return focus and focus.client() in {window.client() for window in windows} and \
             any(node.has(State.ACTIVE) for node in Node(self, self.root).children)
 
     def settled(self):
@@ -177,8 +181,7 @@ class App:
 
     @property
     def active(self):
-        """The window in use: the active one; the newest while a list is open in it, or where there
-        is no window manager."""
+        """The window in use: the active one, or the newest while a list is open in it."""
         self.ready_for_input()
         windows = self.windows()
         return next((window for window in windows if window.active), windows[-1])
@@ -199,8 +202,9 @@ class App:
 
     def _wait_in_use(self, matches, what):
         def found():
+            self.ready_for_input()
             return next((w for w in self.windows() if matches(w)
-                         and (w.active or not self.desktop.manager)), None)
+                         and w.active), None)
         return self.wait_for(found, what)
 
     def no_message(self):
@@ -248,7 +252,7 @@ class App:
 
     def texts(self):
         """All texts to be seen in all windows."""
-        return sum((window.texts() for window in self.windows()), [])
+        return [text for window in self.windows() for text in window.texts()]
 
     # --- input; it returns when the program has dealt with it, unless settle is False ---
 
@@ -281,6 +285,7 @@ class App:
     def set_clipboard(self, text):
         """Makes the text what the clipboard and the primary selection hold."""
         self.desktop.set_clipboard(text)
+        self.settled()
 
     # --- pictures ---
 

@@ -133,6 +133,11 @@ class Desktop:
         focus = self.display.get_input_focus().focus
         return None if focus in (X.NONE, X.PointerRoot) else XWindow(self, focus.id)
 
+    def give_focus(self, window):
+        """Gives a window the input focus, as there is no window manager to do so."""
+        if self.input_focus() != window:
+            self.display.set_input_focus(window.id, X.RevertToPointerRoot, X.CurrentTime)
+
     def iconify(self, window):
         self._tell_root(window, "WM_CHANGE_STATE", [3])
         wait_for(lambda: window.iconic and not window.mapped, f"{window} to be iconified")

@@ -28,10 +28,12 @@ class Entry(Node):
         """Takes the focus and selects the whole text, without a key press. The selected text
         becomes the primary selection, as always."""
         self.take_focus()
-        length = Atspi.Text.get_character_count(self.accessible)
+        if self.selection:
+            Atspi.Text.remove_selection(self.accessible, 0)
+        length = len(self.text)
         if length:
             Atspi.Text.add_selection(self.accessible, 0, length)
-            self.app.wait_for(lambda: self.selection == (0, length), f"the text of {self!r} selected")
+            self.app.wait_for(lambda: self.selection == (0, length), f"all of {self!r} selected")
 
     def fill(self, text):
         """Types the text in place of what is there."""

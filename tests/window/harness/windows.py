@@ -1,12 +1,16 @@
 """A program's windows and what is found in them."""
-from gi.repository import Atspi
-
 from .accessibility import Node, Role, State
 from .widgets import Button, Combo, Entry, Radio, Table
 
-ROLE_NAMES = {Role.TEXT: "entry", Role.COMBO_BOX: "combo", Role.PUSH_BUTTON: "button",
-              Role.RADIO_BUTTON: "radio", Role.PAGE_TAB: "page", Role.TABLE: "table",
-              Role.TABLE_CELL: "cell"}
+# What takes the keyboard focus.
+KINDS = {Role.TEXT: "entry", Role.COMBO_BOX: "combo", Role.PUSH_BUTTON: "button",
+         Role.RADIO_BUTTON: "radio", Role.PAGE_TAB: "page", Role.TABLE: "table",
+         Role.MENU: "list", Role.LABEL: "label", Role.SCROLL_PANE: "scroll pane"}
+
+
+def label_of_field(node):
+    """The label of a text field: its own, or that of the combo box it stands in."""
+    return node.label or Node(node.app, node.accessible.get_parent()).label
 
 
 class Window(Node):
@@ -27,11 +31,9 @@ class Window(Node):
         return self.app.wait_for(first, what)
 
     def entry(self, label):
-        """The text field with the label: its own, or that of the combo box it stands in."""
-        def matches(node):
-            return node.label == label or Node(
-                self.app, node.accessible.get_parent()).label == label
-        return self._wait_first(Entry, Role.TEXT, matches, f"an entry {label!r}")
+        """The text field with the label, one in a combo box included."""
+        return self._wait_first(Entry, Role.TEXT, lambda n: label_of_field(n) == label,
+                                f"an entry {label!r}")
 
     def combo(self, label):
         return self._wait_first(Combo, Role.COMBO_BOX, lambda n: n.label == label,
@@ -64,24 +66,12 @@ class Window(Node):
 
     def focused(self):
         """What has the keyboard focus, as (kind, name): ("entry", "Pull Interval"); None: nothing."""
-        found = self.find(None, State.FOCUSED)
+        found = self.find(KINDS, State.FOCUSED)
         if not found:
             return None
         node = found[-1]
-        named = node.label or Node(self.app, node.accessible.get_parent()).label \
-            if node.role == Role.TEXT else node.label or node.name
-        return (ROLE_NAMES.get(node.role, node.role.value_nick), named)
-
-    def texts(self):
-        """All texts that can be seen, in their order."""
-        found = [self.title]
-        for node in self.find(None, State.SHOWING):
-            found.append(node.name)
-            if node.role == Role.TEXT:
-                found.append(Atspi.Text.get_text(node.accessible, 0, -1))
-            if node.role == Role.TABLE:
-                found += sum(Table(self.app, node.accessible).rows, [])
-        return [text for text in found if text]
+        name = label_of_field(node) if node.role == Role.TEXT else node.label or node.name
+        return (KINDS[node.role], name)
 
 
 class Message(Window):
