@@ -43,8 +43,10 @@ void AppendPage(GtkWidget *notebook, GtkWidget *page, const HeapText &title) {
   gtk_notebook_append_page(GTK_NOTEBOOK(notebook), page, gtk_label_new(title.Get()));
 }
 
-void AddNotebook(GtkWidget *box) {
+void AddNotebook(GtkWidget *box, const char *name) {
   GtkWidget *notebook = gtk_notebook_new();
+  // For assistive tools: its tabs can have the focus.
+  atk_object_set_name(gtk_widget_get_accessible(notebook), name);
   gtk_notebook_set_tab_pos(GTK_NOTEBOOK(notebook), GTK_POS_TOP);
   gtk_box_pack_start(GTK_BOX(box), notebook, TRUE, TRUE, 0);
 
@@ -91,7 +93,7 @@ void OpenMainWindow() {
   GtkWidget *window = NewWindow();
   GtkWidget *box = gtk_vbox_new(FALSE, 0);
   gtk_container_add(GTK_CONTAINER(window), box);
-  AddNotebook(box);
+  AddNotebook(box, gtk_window_get_title(GTK_WINDOW(window)));
   AddButtons(box);
   g_timeout_add(kRefreshInterval, RefreshCurrentGateway, nullptr);
   SetIcon(window);
