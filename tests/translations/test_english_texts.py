@@ -3,6 +3,8 @@ import ast
 import pathlib
 import re
 
+from written_texts import read_texts
+
 ROOT = pathlib.Path(__file__).parents[2]
 # At a call and in a table of rows alike the English text stands before its key: ("Text", "Key".
 # The text may be in several pieces.
@@ -10,16 +12,6 @@ STRING = r'"(?:[^"\\\n]|\\.)*"'
 TEXT_AND_KEY = re.compile(
     rf'({STRING}(?:\s+{STRING})*),\s*'
     r'"(Title|(?:Button|Frame|Label|Msg|Page|Radio|Time|Title|TreeView)_\w+|\w+_Store_Item\d+)"')
-
-
-def listed_texts():
-    texts = {}
-    for line in (ROOT / "translations/en_US.txt").read_text(encoding="ascii").splitlines():
-        if line and line[0] not in "#[":
-            key, text = line.split(" = ", 1)
-            assert key not in texts
-            texts[key] = text
-    return texts
 
 
 def texts_in_code():
@@ -35,4 +27,4 @@ def texts_in_code():
 
 
 def test_the_list_is_what_stands_in_the_code():
-    assert texts_in_code() == listed_texts()
+    assert texts_in_code() == read_texts("en_US")
