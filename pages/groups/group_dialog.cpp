@@ -50,9 +50,10 @@ std::string TypedName() {
   return choice < 0 ? TextOf(dialog.name_entry) : dialog.choices[static_cast<std::size_t>(choice)];
 }
 
-// Null after a message during which the dialog was destroyed.
+// The field is null after a message during which the dialog was destroyed. One that has the focus
+// keeps its caret: focused anew, all its text would be selected, and the next key would empty it.
 void FocusField(GtkWidget *field) {
-  if (field != nullptr) {
+  if (field != nullptr && !gtk_widget_is_focus(field)) {
     gtk_widget_grab_focus(field);
   }
 }
@@ -86,7 +87,7 @@ gboolean OnNameKey(gpointer, const GdkEventKey *event) {
   ShowMessage(ShownText("The max group name size can not exceed 50 characters.",
                         "Msg_DlgGroup_Err1", "Message")
                   .Get());
-  FocusField(dialog.name_combo);
+  FocusField(dialog.name_entry);
   return TRUE;
 }
 
@@ -231,7 +232,7 @@ bool TakeInput(GroupMode mode) {
     ApplyGroup(mode);
     return true;
   }
-  FocusField(verdict == 0 && !duplicate_found ? dialog.value_entry : dialog.name_combo);
+  FocusField(verdict == 0 && !duplicate_found ? dialog.value_entry : dialog.name_entry);
   return false;
 }
 
