@@ -37,16 +37,25 @@ def display_is_usable():
         return False
 
 
-def environment(locale):
-    """This process's own, in another locale if asked for."""
+def install_tables(device):
+    """Puts the shipped languages on the device."""
+    for table in (device.build_dir / "translations" / "configui").glob("*.prop"):
+        device.write(f"/etc/vexaagent/i18n/configui/{table.name}", table.read_bytes())
+
+
+def environment(device, locale):
+    """This process's own; in another locale if asked for, which the machine need not have."""
     variables = dict(os.environ)
     variables.pop("LD_LIBRARY_PATH", None)
-    return {**variables, "LC_ALL": locale} if locale else variables
+    if locale:
+        variables.update(LC_ALL=locale,
+                         LOCPATH=str(device.build_dir / "tests" / "translations" / "locales"))
+    return variables
 
 
 def play(device, locale):
     print("The window is yours: change something, press OK, close the hint.", flush=True)
-    device.start([device.program], environment(locale)).wait()
+    device.start([device.program], environment(device, locale)).wait()
 
 
 def take_tour(device, locale, directory):
@@ -57,7 +66,7 @@ def take_tour(device, locale, directory):
 
     bus = Bus()
     desktop = Desktop(bus, size=(800, 600))
-    variables = {**environment(locale or "C.UTF-8"), **desktop.environment,
+    variables = {**environment(device, locale or "C.UTF-8"), **desktop.environment,
                  "GTK_MODULES": "gail:atk-bridge"}
     app = App(desktop, device, [device.program], variables)
     directory.mkdir(parents=True, exist_ok=True)
@@ -100,6 +109,7 @@ def tell_changes(before, after):
 def main():
     chosen = options()
     with SimDevice(chosen.build, chosen.device) as device:
+        install_tables(device)
         before = device.registry.committed()
         if chosen.tour or not display_is_usable():
             take_tour(device, chosen.locale, chosen.screenshots)
