@@ -1,5 +1,8 @@
 """The harness itself: what it sends arrives, what it reads is true, what goes wrong is told."""
 import pytest
+from harness.app import App
+from harness.desktop import pictures_differ
+from PIL import Image
 
 
 def test_reads_the_window(start):
@@ -128,3 +131,88 @@ def test_closes_the_window(start):
     app = start()
     app.close_window()
     assert app.wait_exit() == 0
+
+
+@pytest.mark.parametrize("manager", ["openbox", "metacity", None])
+def test_drives_two_programs(start, desktop_with, manager):
+    desktop = desktop_with(manager=manager)
+    first = start(desktop=desktop)
+    second = start(desktop=desktop, wait="mapped")
+    assert {window.pid for window in desktop.stacking()} == {first.pid, second.pid}
+    if manager:
+        desktop.iconify(second.x_window())
+        assert [window.iconic for window in desktop.windows(pid=second.pid)] == [True]
+        desktop.activate(first.x_window())
+        assert desktop.stacking()[-1] == first.x_window()
+    first.entry("Current Gateway").fill("first")
+    assert first.entry("Current Gateway").text == "first"
+    assert desktop.input_focus().client() == first.x_window().client()
+    first.close_window()
+    assert first.wait_exit() == 0
+    assert second.running
+
+
+@pytest.mark.parametrize("manager", ["metacity", None])
+def test_follows_windows_that_open_and_close(start, desktop_with, manager):
+    app = start(desktop=desktop_with(manager=manager))
+    app.page("Groups")
+    app.button("Delete").click()
+    app.message().close()
+    app.button("Add...").click()
+    dialog = app.dialog("Add New Group")
+    dialog.combo("Group Name").pick_with_mouse("P3")
+    app.entry("Value").fill("é")
+    app.button("OK").click()
+    app.wait_gone(dialog)
+    assert app.table().rows[-1] == ["P3", "é"]
+
+
+def test_takes_pictures(start, desktop_with, tmp_path):
+    desktop = desktop_with(size=(640, 600), font="DejaVu Sans 14")
+    app = start(desktop=desktop)
+    before = app.picture()
+    assert before.size == (640, 600)
+    assert app.picture() == before
+    app.key("Tab")
+    left, top, right, bottom = pictures_differ(before, app.picture())
+    x, y, width, height = app.active.box
+    assert x <= left and y <= top and right <= x + width and bottom <= y + height
+    app.screenshot(tmp_path / "entry.png", app.entry("Current Gateway"))
+    assert Image.open(tmp_path / "entry.png").size == app.entry("Current Gateway").box[2:]
+
+
+def test_turns_the_wheel(start, device):
+    device.registry.set("PreAssignGroups", ";".join(f'G{n}="v{n}"' for n in range(40)))
+    app = start()
+    app.page("Groups")
+    table = app.table()
+    y = table.box[1]
+    app.wheel(app.table().cell(0, 0), "down")
+    assert table.box[1] < y
+
+
+@pytest.mark.parametrize("script, complaint", [
+    ("exit 3", None),
+    ("echo '(agent:1): Gtk-WARNING **: 10:00: bad' >&2", "bad"),
+    ("echo '(agent:1): Pango-CRITICAL **: 10:00: worse'", "worse"),
+    ("echo 'ERROR: LeakSanitizer: detected memory leaks' >&2; exit 23", "LeakSanitizer"),
+    ("echo 'a.cpp:1:2: runtime error: signed integer overflow' >&2", "overflow"),
+    ("kill -SEGV $$", "signal: status -11")])
+def test_complains_about_faults(desktop, device, script, complaint):
+    app = App(desktop, device, ["/bin/sh", "-c", script], {})
+    app.process.wait()
+    assert complaint in app.stop() if complaint else app.stop() == ""
+
+
+def test_a_crash_may_be_meant(desktop, device):
+    app = App(desktop, device, ["/bin/sh", "-c", "kill -ABRT $$"], {})
+    with pytest.raises(AssertionError, match="crashed"):
+        app.wait_exit()
+    app.wait_crash()
+    assert app.stop() == ""
+
+
+def test_waits_no_longer_than_the_program_runs(desktop, device):
+    app = App(desktop, device, ["/bin/sh", "-c", "exit 3"], {})
+    with pytest.raises(AssertionError, match="ended with 3 before a window"):
+        app.wait_for(lambda: None, "a window")

@@ -5,8 +5,8 @@ import subprocess
 import tempfile
 import time
 
-from PIL import Image
-from Xlib import X, Xatom, display, error
+from PIL import Image, ImageChops
+from Xlib import X, display
 from Xlib.ext import xtest
 from Xlib.protocol import event, request
 
@@ -47,6 +47,11 @@ gtk-cursor-blink = 0
 gtk-enable-animations = 0
 gtk-double-click-time = 0
 """
+
+
+def pictures_differ(one, other):
+    """The box (left, top, right, bottom) in which two pictures differ, None when they do not."""
+    return ImageChops.difference(one, other).getbbox()
 
 
 class Desktop:
