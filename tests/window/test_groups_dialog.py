@@ -243,13 +243,28 @@ def test_the_page_goes_on_when_its_dialog_is_destroyed_from_outside(start, devic
     assert rows(app) == [("A", "1")]
     add_group(app, "B", "2")
     assert saved(app, device) == 'A="1";B="2"'
-    assert app.stderr.count("WARNING") == app.stderr.count("unexpectedly destroyed") == 2
+    assert complaints(app) == 2 == app.stderr.count("unexpectedly destroyed")
+
+
+def complaints(app):
+    return app.stderr.count("WARNING") + app.stderr.count("CRITICAL")
 
 
 def destroy(app, title):
     window = app.desktop.display.create_resource_object("window", app.x_window(title).id)
     window.destroy()
     app.desktop.display.sync()
+
+
+@pytest.mark.parametrize("open_dialog", [add, lambda app: edit(app, 0)], ids=["add", "edit"])
+def test_a_dialog_outlives_the_window(start, device, open_dialog):
+    app = open_groups(start, device, 'A="1"', fatal_warnings=False)
+    dialog = open_dialog(app).fill("B", "2")
+    destroy(app, TITLE)
+    app.wait_for(lambda: len(app.windows()) == 1, "the window to go")
+    dialog.window.button("OK").click()
+    assert app.wait_exit() == 0
+    assert complaints(app) == 1 == app.stderr.count("unexpectedly destroyed")
 
 
 def test_the_dialog_opens_and_closes_time_and_again(start, device):
