@@ -3,7 +3,6 @@ import pytest
 
 from groups import (ADD, DUPLICATE, EDIT, WELL_KNOWN, GroupDialog, add, add_group, edit,
                     open_groups, rows, saved)
-from harness.accessibility import Role, State
 from harness.app import TITLE
 
 
@@ -41,16 +40,6 @@ def test_shows_labels_fields_and_buttons_in_their_places(start, device):
     assert max(box[0] + box[2] for box in labels) < min(name[0], value[0])
     ok, cancel = (dialog.window.button(text).box for text in ("OK", "Cancel"))
     assert ok[0] < cancel[0] and ok[1] > value[1]
-
-
-def test_what_can_have_the_focus_has_a_name_or_label(start, device):
-    app = open_groups(start, device)
-    window = add(app).window
-    assert [node.label for node in window.find(Role.TEXT, State.FOCUSABLE, State.SHOWING)] \
-        == ["Group Name", "Value"]
-    assert {node.name for node in window.find(Role.PUSH_BUTTON, State.FOCUSABLE, State.SHOWING)} \
-        == {"OK", "Cancel"}
-    assert window.find(Role.COMBO_BOX)[0].label == "Group Name"
 
 
 def test_offers_the_well_known_names_and_the_lists_own(start, device):
