@@ -18,12 +18,18 @@ void ShowRestartHint() {
   ShowInfoMessage(warning.Get(), hint.Get());
 }
 
+// Assistive tools can press Cancel behind a message of the check: the settings are gone then, and
+// empty ones must not be written in their place.
+bool WasCancelled() {
+  return !agent_settings[CurrentGateway];
+}
+
 }  // namespace
 
 gboolean HandleOk() {
   const RefreshHold hold;  // what is collected here is what is saved
   agent_version.Reset();   // the label has a copy of its own, should the window stay open
-  if (CollectGeneralSettings() != 0) {
+  if (CollectGeneralSettings() != 0 || WasCancelled()) {
     return FALSE;
   }
   SaveSettings();

@@ -1,5 +1,7 @@
 """What OK does, read from the journal of the registry's client."""
 from device_calls import BRANCH, SETTINGS, gets, writes, written
+from gi.repository import Atspi
+from harness.accessibility import Role
 from harness.app import TITLE
 from harness.waiting import wait_for
 
@@ -188,3 +190,17 @@ def test_what_ok_has_collected_is_what_it_saves(start, device):
     app.message().close()
     assert app.wait_exit() == 0
     assert committed(device)["CurrentGateway"] == "10.9.8.7"
+
+
+def test_cancel_behind_a_message_writes_nothing(start, device):
+    """As only an assistive tool can press it; the settings are gone then, not empty."""
+    device.registry.set("Interval_min", "")
+    app = start()
+    app.button("OK").click()
+    message = app.message()
+    cancel = next(button for button in app.window(TITLE).find(Role.PUSH_BUTTON)
+                  if button.name == "Cancel")
+    Atspi.Action.do_action(cancel.accessible, 0)
+    message.close()
+    assert app.wait_exit() == 0
+    assert written(device) == []
