@@ -6,7 +6,7 @@ import tempfile
 import time
 
 from PIL import Image, ImageChops
-from Xlib import X, display
+from Xlib import X, Xutil, display
 from Xlib.ext import xtest
 from Xlib.protocol import event, request
 
@@ -52,6 +52,9 @@ gtk-double-click-time = 0
 def pictures_differ(one, other):
     """The box (left, top, right, bottom) in which two pictures differ, None when they do not."""
     return ImageChops.difference(one, other).getbbox()
+
+
+BY_USER = 2  # who asks the window manager: a task bar, for the user
 
 
 class Desktop:
@@ -144,18 +147,20 @@ class Desktop:
             self.display.set_input_focus(window.id, X.RevertToPointerRoot, X.CurrentTime)
 
     def iconify(self, window):
-        self._tell_root(window, "WM_CHANGE_STATE", [3])
+        self._tell_root(window, "WM_CHANGE_STATE", [Xutil.IconicState])
+        self.settle_manager()
         wait_for(lambda: window.iconic and not window.mapped, f"{window} to be iconified")
 
     def activate(self, window):
         """What a task bar does: brings the window to the front and gives it the focus."""
-        self._tell_root(window, "_NET_ACTIVE_WINDOW", [2])
+        self._tell_root(window, "_NET_ACTIVE_WINDOW", [BY_USER])
+        self.settle_manager()
         wait_for(lambda: self.active_window() == window, f"{window} to be active")
 
     def close_window(self, window):
         """What the title bar's close control does."""
         if self.manager:
-            self._tell_root(window, "_NET_CLOSE_WINDOW", [X.CurrentTime, 2])
+            self._tell_root(window, "_NET_CLOSE_WINDOW", [X.CurrentTime, BY_USER])
         else:
             self._send(window.id, window.id, "WM_PROTOCOLS", [self.atom("WM_DELETE_WINDOW")], 0)
         self.display.sync()
