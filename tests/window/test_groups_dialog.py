@@ -1,7 +1,7 @@
 """The group dialog: adding and editing, from opening it to what stands in the registry."""
 import pytest
 
-from groups import (ADD, DUPLICATE, EDIT, WELL_KNOWN, GroupDialog, add, add_group, edit,
+from groups import (ADD, DUPLICATE, WELL_KNOWN, GroupDialog, add, add_group, edit,
                     open_groups, rows, saved)
 from harness.app import TITLE
 
