@@ -94,6 +94,13 @@ INSTANTIATE_TEST_SUITE_P(
                     Fault{"munmap", SCMP_SYS(munmap), EINVAL, {Is(1, sizeof kSaved - 1)}}),
     testing::PrintToStringParamName());
 
+TEST_F(FaultTest, AFailureAfterOpeningLeavesTheFileCutShort) {
+  ASSERT_EQ(LoadSettingsFile(path_.c_str()), 0);
+  const Fault fault = {"ftruncate", SCMP_SYS(ftruncate), EIO, {}};
+  EXPECT_EQ(WithFault(fault, [] { return SaveSettingsFile(1); }), -1);
+  EXPECT_EQ(directory_.Read("settings.xml"), "");
+}
+
 TEST_P(LoadFault, GivesMinusOneAndKeepsTheDocumentBefore) {
   ASSERT_EQ(LoadSettingsFile(directory_.Write("before.xml", "<a>before</a>").c_str()), 0);
   EXPECT_EQ(WithFault(GetParam(), [this] { return LoadSettingsFile(path_.c_str()); }), -1);
@@ -123,6 +130,11 @@ INSTANTIATE_TEST_SUITE_P(EachStep, EnsureFault,
                                          Fault{"write", SCMP_SYS(write), ENOSPC, {Is(2, 247)}},
                                          kCloseFails),
                          testing::PrintToStringParamName());
+
+TEST_F(FaultTest, ADirectoryThatCannotBeLookedAtCannotBeMadeEither) {
+  const Fault fault = {"stat", SCMP_SYS(newfstatat), EIO, {}};
+  EXPECT_EQ(WithFault(fault, [this] { return EnsureSettingsFile(path_.c_str()); }), -1);
+}
 
 TEST_F(FaultTest, AnExistingFileIsThereEvenIfClosingItFails) {
   EXPECT_EQ(WithFault(kCloseFails, [this] { return EnsureSettingsFile(path_.c_str()); }), 0);

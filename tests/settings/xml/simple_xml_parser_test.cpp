@@ -280,6 +280,14 @@ TEST_F(ElementParser, DropsAQuestionMarkOnlyFromAnAttribute) {
   EXPECT_EQ(Outline(element_), "?a{[text?]}");
 }
 
+TEST_F(ElementParser, LeavesAnEmptyNameThatWasThereBefore) {
+  element_->processing_instruction = 1;
+  SimpleAddAttribute(element_, SimpleStrdup("", 0), nullptr, 1);
+  Start(">");
+  EXPECT_EQ(SimpleParseXMLElement(&xml_, element_), 0);
+  EXPECT_EQ(Outline(element_), "?a{@}");
+}
+
 TEST_F(ElementParser, GivesZeroAndTheCodeAtAnError) {
   Start("><b>></b></a>");
   EXPECT_EQ(SimpleParseXMLElement(&xml_, element_), 0);

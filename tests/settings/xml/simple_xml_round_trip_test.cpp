@@ -152,8 +152,8 @@ TEST(RoundTrip, WritingParsingAndWritingGivesTheSameText) {
 TEST(RoundTrip, HoldsForADocumentCutOffAnywhere) {
   RandomDocument document(7);
   int checked = 0;
-  for (int i = 0; i < 5; ++i) {
-    const std::string source = document.Make();
+  for (int i = 0; i < 30; ++i) {
+    const std::string source = document.Make().substr(0, 200);
     for (std::size_t length = 0; length < source.size(); ++length) {
       int32_t error = -1;
       const XmlTree tree = Parse(source.substr(0, length), &error);
@@ -165,7 +165,7 @@ TEST(RoundTrip, HoldsForADocumentCutOffAnywhere) {
       }
     }
   }
-  EXPECT_GT(checked, 200);
+  EXPECT_GT(checked, 1000);
 }
 
 TEST(RoundTrip, AnyRowOfTokensEndsInATreeOrAnError) {

@@ -91,6 +91,8 @@ TEST_F(FindElement, AnEmptyNameFindsNothing) {
   EXPECT_EQ(Found("//Agent"), "none");
   EXPECT_EQ(Found("/Agent//LogLevel"), "none");
   EXPECT_EQ(Found("/Agent//"), "none");
+  SimpleAddElement(tree_.get(), SimpleStrdup("", 0), 0, 5);
+  EXPECT_EQ(Found("/"), "none");
 }
 
 TEST_F(FindElement, LooksIntoNamespaceAndBrindleReg) {
