@@ -13,10 +13,6 @@ gboolean OnScroll() {
   return TRUE;
 }
 
-void IgnoreScroll(GtkWidget *widget) {
-  g_signal_connect_swapped(widget, "scroll-event", G_CALLBACK(OnScroll), nullptr);
-}
-
 }  // namespace
 
 void LabelField(GtkWidget *label, GtkWidget *field) {
@@ -27,9 +23,7 @@ void LabelField(GtkWidget *label, GtkWidget *field) {
   }
 }
 
+// What is turned over the entry or the arrow inside arrives here too.
 void IgnoreWheel(GtkWidget *combo) {
-  IgnoreScroll(combo);
-  if (GtkWidget *entry = InnerEntry(combo)) {
-    IgnoreScroll(entry);
-  }
+  g_signal_connect_swapped(combo, "scroll-event", G_CALLBACK(OnScroll), nullptr);
 }
