@@ -65,7 +65,7 @@ def test_whatever_can_have_the_focus_says_what_it_is(start, device):
     found, shown = {}, []
     for what, window in every_window(app):
         shown.append(what)
-        found[what] = unnamed(window)
+        found[what] = [repr(node) for node in unnamed(window)]  # before it is closed
     assert {what: nodes for what, nodes in found.items() if nodes} == {}
     assert {"General page", "Groups page", "Add dialog", "Edit dialog"} < set(shown)
     messages = {key for key in app.written if key.startswith("Msg_")}
