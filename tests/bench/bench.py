@@ -43,16 +43,15 @@ class Bench:
     """A device, a display, and what is measured on them."""
 
     def __init__(self, build, pairs):
+        processes.adopt_orphans()
         self.pairs = pairs
-        self.build = build
         self.device = SimDevice(build)
         self.screen = Screen()
         self.home = tempfile.TemporaryDirectory(prefix="korv-bench-")
         self.tools = build / "tests" / "bench"
-        window = [str(self.tools / "bare_window"), str(HERE / "save_commands.sh")]
         self.program = [self.device.program]
-        self.bare_window = window
-        self.bare_start = [str(HERE / "start_commands.sh"), *window]
+        self.bare_window = [str(self.tools / "bare_window"), str(HERE / "save_commands.sh")]
+        self.bare_start = [str(HERE / "start_commands.sh"), *self.bare_window]
 
     def close(self):
         self.device.close()
@@ -105,6 +104,7 @@ class Bench:
     def refreshes(self):
         """Pairs of processor times in milliseconds, of a refresh and of a bare get, and how often a
         window did anything between two refreshes."""
+        measured = []
         with contextlib.ExitStack() as stack:
             windows = [stack.enter_context(self.running(self.program))[0]
                        for _ in range(min(REFRESH_WINDOWS, self.pairs))]
@@ -113,12 +113,13 @@ class Bench:
             stack.callback(getter.wait)
             stack.callback(getter.kill)
             watches = [RefreshWatch(window.program_pid) for window in windows]
-            pairs = []
-            while len(pairs) < self.pairs:
+            while len(measured) < self.pairs:
                 time.sleep(RefreshWatch.STEP)
-                for refresh in filter(None, [watch.look() for watch in watches]):
-                    pairs.append((refresh / 1e6, bare_get(getter)))
-            return pairs, sum(watch.stirrings for watch in watches)
+                for own, child in filter(None, [watch.look() for watch in watches]):
+                    measured.append((own, child, bare_get(getter)))
+        # Now that the windows are gone, their children can be waited for.
+        pairs = [(own + processes.wait_for_orphan(child), bare) for own, child, bare in measured]
+        return pairs, sum(watch.stirrings for watch in watches)
 
 
 def bare_get(getter):
@@ -128,7 +129,7 @@ def bare_get(getter):
 
 class RefreshWatch:
     """Sees from outside when a window refreshes: it uses processor time, and one more child has
-    ended, which the program leaves unwaited for and whose own time can so be read."""
+    ended, which the program leaves unwaited for."""
 
     STEP = 0.05
     SETTLED = 0.5  # seconds without a change: the refresh is over
@@ -142,8 +143,9 @@ class RefreshWatch:
         self._changed = time.monotonic()
 
     def look(self):
-        """The nanoseconds of a refresh that is over since the last look, else None. The first one
-        of a window does not count: it runs code that has not been loaded yet."""
+        """The milliseconds that a refresh took the window itself, and its child, when one is over
+        since the last look; else None. The first one of a window does not count: it runs code that
+        has not been loaded yet."""
         used = processes.processor_time(self.pid)
         now = time.monotonic()
         if used != self._used:
@@ -154,14 +156,14 @@ class RefreshWatch:
 
     def _account(self):
         children = processes.ended_children(self.pid) - self._children
-        taken = self._used - self._before + sum(map(processes.processor_time, children))
+        taken = (self._used - self._before) / 1e6
         self._before = self._used
         self._children |= children
         if len(children) != 1:
             self.stirrings += 1
             return None
         self._refreshes += 1
-        return taken if self._refreshes > 1 else None
+        return (taken, children.pop()) if self._refreshes > 1 else None
 
 
 # --- the report ---
