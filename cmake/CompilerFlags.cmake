@@ -1,5 +1,6 @@
-# Warnings, hardening and sanitizers, for every target of the tree.
+# Warnings, hardening, sanitizers and coverage, for every target of the tree.
 option(KORV_WERROR "Treat compiler warnings as errors" ON)
+option(KORV_COVERAGE "Count which lines and branches run; needs gcc" OFF)
 option(KORV_FUZZ "Build the fuzzers; needs clang and the sanitizers" OFF)
 option(KORV_SANITIZE "Build with the address, undefined-behaviour and leak sanitizers" OFF)
 
@@ -24,6 +25,13 @@ else()
   add_link_options(-Wl,-z,relro,-z,now)
 endif()
 add_link_options(-Wl,--as-needed)
+
+if(KORV_COVERAGE)
+  # The compiler would have execv write the counters and stop counting. Between vfork and execv these
+  # are the parent's.
+  add_compile_options(--coverage -fno-builtin-execv)
+  add_link_options(--coverage)
+endif()
 
 # Assertions that name a programming error stay on in release builds.
 foreach(flags CMAKE_CXX_FLAGS_RELEASE CMAKE_CXX_FLAGS_RELWITHDEBINFO CMAKE_CXX_FLAGS_MINSIZEREL)

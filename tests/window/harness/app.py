@@ -1,7 +1,9 @@
 """The running program, as the person in front of it meets it."""
+import contextlib
 import gettext
 import pathlib
 import re
+import subprocess
 import tempfile
 
 from gi.repository import GLib
@@ -76,6 +78,9 @@ class App:
     def stop(self):
         """Ends the program if it still runs; what it complained about, "" for nothing."""
         ended_itself = not self.running
+        self.process.terminate()  # a coverage build then writes its counters
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            self.process.wait(LIMIT)
         self.process.kill()
         self.process.wait()
         output = self.stdout + self.stderr
