@@ -5,6 +5,8 @@ import datetime
 import os
 import pathlib
 import platform
+import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -28,7 +30,7 @@ GROUPS_LENGTHS = (100, 1000, 2000, 4046)  # bytes; the last is the longest that 
 LIKES = {
     "lxappearance": ["lxappearance"],
     "lxrandr": ["lxrandr"],
-    "pavucontrol": ["pavucontrol"],
+    "pavucontrol, without a sound server": ["pavucontrol"],
     "yad form": ["yad", "--form", *(f"--field={name}" for name in (
         "Current Gateway", "Backup Gateway", "Pull Interval:CBE", "Log Level:CB",
         "Delay Scope:CBE"))],
@@ -199,19 +201,11 @@ class Report:
 
 def machine():
     """The kind of machine, in a few words."""
-    cpu = next((line.partition(":")[2].strip()
-                for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
-                if line.startswith("model name")), platform.machine())
-    virtual = subprocess.run(["systemd-detect-virt"], capture_output=True, text=True,
-                             check=False).stdout.strip() if _has("systemd-detect-virt") else ""
-    pretty = platform.freedesktop_os_release()["PRETTY_NAME"]
-    kind = f", virtual ({virtual})" if virtual not in ("", "none") else ""
-    return f"{cpu}, {os.cpu_count()} processors{kind}, {pretty}, Linux {platform.release()}"
-
-
-def _has(command):
-    return any(os.access(os.path.join(directory, command), os.X_OK)
-               for directory in os.get_exec_path())
+    cpu = pathlib.Path("/proc/cpuinfo").read_text()
+    model = re.search(r"^model name\s*: (.*)$", cpu, re.MULTILINE)
+    kind = "virtual machine, " if re.search(r"^flags.* hypervisor", cpu, re.MULTILINE) else ""
+    return (f"{kind}{os.cpu_count()} x {model[1] if model else platform.machine()}, "
+            f"{platform.freedesktop_os_release()['PRETTY_NAME']}, Linux {platform.release()}")
 
 
 def measure_starts(bench, report):
@@ -238,7 +232,7 @@ def measure_refreshes(bench, report):
 def measure_likes(bench, report):
     rows = []
     for name, argv in {"korv-agent-mgr": bench.program, **LIKES}.items():
-        if not (argv == bench.program or _has(argv[0])):
+        if not (argv == bench.program or shutil.which(argv[0])):
             rows.append([name, "not installed", "", ""])
             continue
         try:
@@ -257,12 +251,14 @@ def measure_growth(bench, report):
     rows = []
     for count in GROUP_COUNTS:
         bench.device.registry.set("PreAssignGroups", groups_text(count))
-        rows.append([count, f"{median(bench.start(bench.program)[0] for _ in range(times)):.0f} ms"])
+        taken = median(bench.start(bench.program)[0] for _ in range(times))
+        rows.append([count, f"{taken:.0f} ms"])
     report.part(table(["groups stored", "start"], rows))
     rows = []
     for length in GROUPS_LENGTHS:
         bench.device.registry.set("PreAssignGroups", groups_text(length=length))
-        rows.append([length, f"{median(bench.save(bench.program) for _ in range(times)):.0f} ms"])
+        taken = median(bench.save(bench.program) for _ in range(times))
+        rows.append([length, f"{taken:.0f} ms"])
     report.part(table(["bytes of groups text", "OK"], rows))
     lookups = subprocess.run([bench.tools / "lookup_time"], capture_output=True, text=True,
                              check=True).stdout
@@ -302,8 +298,8 @@ def main():
     finally:
         bench.close()
     print(report.markdown(
-        f"Measured {datetime.date.today()} on {machine()}; {pairs} pairs, alternating; load average "
-        f"{load:.1f} before, {os.getloadavg()[0]:.1f} after."))
+        f"Measured {datetime.date.today()}: {machine()}; {pairs} pairs, alternating; "
+        f"load average {load:.1f} before, {os.getloadavg()[0]:.1f} after."))
     if report.missed:
         sys.exit(f"Missed: {', '.join(report.missed)}")
 

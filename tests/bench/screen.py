@@ -72,7 +72,8 @@ class Screen:
                       if window.get_attributes().map_state == X.IsViewable)
         box = window.get_geometry()
         pointer = self.desktop.display
-        self.desktop.move_pointer(box.x + box.width + OK_BUTTON[0], box.y + box.height + OK_BUTTON[1])
+        self.desktop.move_pointer(box.x + box.width + OK_BUTTON[0],
+                                  box.y + box.height + OK_BUTTON[1])
         xtest.fake_input(pointer, X.ButtonPress, 1)
         pointer.sync()
         self.drawn(pid, new_window=False)
