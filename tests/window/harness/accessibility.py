@@ -115,8 +115,8 @@ class Node:
         The program looks for them itself, which is quick, but it may crash when table cells are
         among them: it has forgotten those before it can name them. Ask a Table instead.
         """
-        roles = list(roles) if isinstance(roles, (list, tuple, dict)) else [roles]
-        assert roles and Role.TABLE_CELL not in roles
+        roles = roles if isinstance(roles, list) else [roles]
+        assert Role.TABLE_CELL not in roles
         rule = Atspi.MatchRule.new(
             Atspi.StateSet.new(list(states)), Atspi.CollectionMatchType.ALL,
             {}, Atspi.CollectionMatchType.ALL, roles, Atspi.CollectionMatchType.ANY,

@@ -2,6 +2,7 @@
 import contextlib
 import gettext
 import pathlib
+import platform
 import re
 import subprocess
 import tempfile
@@ -16,8 +17,8 @@ from .windows import Message, Window
 TITLE = "Agent Configure Manager"
 WARNINGS = re.compile(r"^.*-(?:WARNING|CRITICAL|ERROR) \*\*.*$", re.MULTILINE)
 SANITIZERS = re.compile(r"^.*(?:Sanitizer|runtime error:).*$", re.MULTILINE)
-# poll and ppoll, as x86-64 and arm64 number them.
-POLL = ("7", "271", "73")
+# The numbers of poll and ppoll.
+POLL = {"x86_64": ("7", "271"), "aarch64": ("73",)}[platform.machine()]
 # The toolkit names a message's icon in the user's language.
 KINDS = {"Error": "error", "Information": "info", "Warning": "warning", "Question": "question"}
 

@@ -47,14 +47,12 @@ gtk-cursor-blink = 0
 gtk-enable-animations = 0
 gtk-double-click-time = 0
 """
+BY_USER = 2  # who asks the window manager: a task bar, for the user
 
 
 def pictures_differ(one, other):
     """The box (left, top, right, bottom) in which two pictures differ, None when they do not."""
     return ImageChops.difference(one, other).getbbox()
-
-
-BY_USER = 2  # who asks the window manager: a task bar, for the user
 
 
 class Desktop:

@@ -158,8 +158,9 @@ class Table(Node):
         """Turns the wheel until the whole row is to be seen."""
         view = Node(self.app, self.accessible.get_parent())
         _, top, _, height = view.box
-        while True:
+        for _ in range(len(self.rows)):  # a notch moves by more than a row
             _, y, _, row_height = self.cell(row, 0).box
             if top <= y and y + row_height <= top + height:
                 return
             self.app.wheel(view, "up" if y < top else "down")
+        raise AssertionError(f"row {row} is out of reach")

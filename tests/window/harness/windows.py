@@ -66,7 +66,7 @@ class Window(Node):
 
     def focused(self):
         """What has the keyboard focus, as (kind, name): ("entry", "Pull Interval"); None: nothing."""
-        found = self.find(KINDS, State.FOCUSED)
+        found = self.find(list(KINDS), State.FOCUSED)
         if not found:
             return None
         node = found[-1]
