@@ -1,7 +1,7 @@
 """What the group dialog refuses when OK is pressed, in which words, and where the focus goes."""
 import pytest
 
-from groups import DUPLICATE, add, add_group, edit, open_groups, rows, saved
+from groups import ADD, DUPLICATE, add, add_group, edit, open_groups, rows, saved
 
 NO_NAME = "The group name can not be empty."
 NO_VALUE = "The group value can not be empty."
@@ -87,6 +87,13 @@ def test_the_dialog_goes_on_until_the_input_is_good(start, device):
     expect(dialog.fill(value="x:"), IN_VALUE, ON_VALUE)
     dialog.fill(value="x").accept()
     assert saved(app, device) == STORED + ';A="x"'
+
+
+def test_the_dialog_stays_modal_under_its_message(start, device):
+    app = open_groups(start, device)
+    add(app).ok()
+    app.message()
+    assert app.desktop.atom("_NET_WM_STATE_MODAL") in app.x_window(ADD).read("_NET_WM_STATE")
 
 
 def refuse_a_duplicate(app):

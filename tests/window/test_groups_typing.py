@@ -1,5 +1,6 @@
 """What happens in the group dialog's fields while the user types."""
 import pytest
+from gi.repository import Atspi
 
 from groups import add, add_group, edit, open_groups, rows, saved
 
@@ -190,6 +191,21 @@ def test_a_full_value_refuses_all_keys_but_those_that_shorten_it(start, device):
     app.key("BackSpace")
     app.no_message()
     assert dialog.value.text == full[:-1], "the caret stood where it was"
+
+
+@pytest.mark.parametrize("field, label, full", [("name", "Group Name", "N" * 50),
+                                                ("value", "Value", "v" * 255)],
+                         ids=["name", "value"])
+def test_the_message_of_a_full_field_gives_the_focus_back(start, device, field, label, full):
+    """Wherever an assistive tool has moved it meanwhile."""
+    app = open_groups(start, device, "")
+    dialog = add(app)
+    pasted(app, dialog.name.entry if field == "name" else dialog.value, full)
+    app.key("x")
+    close = app.message().button("Close")
+    Atspi.Component.grab_focus(dialog.window.button("Cancel").accessible)
+    Atspi.Action.do_action(close.accessible, 0)
+    app.wait_for(lambda: app.focused() == ("entry", label), "the focus on the field")
 
 
 def test_a_value_of_wide_characters_is_stored_whole(start, device):
