@@ -1,4 +1,6 @@
 """The harness itself: what it sends arrives, what it reads is true, what goes wrong is told."""
+import os
+
 import pytest
 from harness.app import App
 from harness.desktop import pictures_differ
@@ -216,3 +218,12 @@ def test_waits_no_longer_than_the_program_runs(desktop, device):
     app = App(desktop, device, ["/bin/sh", "-c", "exit 3"], {})
     with pytest.raises(AssertionError, match="ended with 3 before a window"):
         app.wait_for(lambda: None, "a window")
+
+
+def test_a_stopped_program_keeps_nothing_open(desktop, device):
+    before = len(os.listdir("/proc/self/fd"))
+    apps = [App(desktop, device, ["/bin/true"], {}) for _ in range(3)]
+    for app in apps:
+        app.process.wait()
+        app.stop()
+    assert len(os.listdir("/proc/self/fd")) == before

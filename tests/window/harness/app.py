@@ -85,6 +85,8 @@ class App:
         self.process.kill()
         self.process.wait()
         output = self.stdout + self.stderr
+        self._output.close()
+        self._errors.close()
         complaints = SANITIZERS.findall(output)
         if not self._warnings_allowed:
             complaints += WARNINGS.findall(output)
