@@ -33,7 +33,7 @@ void ReadVersion() {
   while (ReadLine(output, kLineLimit, line)) {
     agent_version = HeapText::Copy(VersionFromLine(line).c_str());
   }
-  CloseUnwaited(output);
+  pclose(output);
 }
 
 }  // namespace

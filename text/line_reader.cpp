@@ -20,13 +20,3 @@ bool ReadLine(std::FILE *stream, std::size_t limit, std::string &line) {
   }
   return count > 0;
 }
-
-void CloseUnwaited(std::FILE *command_output) {
-  // fclose instead of pclose is the point here. clang does not know the warning.
-#pragma GCC diagnostic push
-#ifndef __clang__
-#pragma GCC diagnostic ignored "-Wmismatched-dealloc"
-#endif
-  std::fclose(command_output);
-#pragma GCC diagnostic pop
-}

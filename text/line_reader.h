@@ -10,6 +10,3 @@
 // what follows a NUL within one read is lost. False, with `line` empty, when the stream ended or
 // failed before any byte.
 bool ReadLine(std::FILE *stream, std::size_t limit, std::string &line);
-
-// Closes a stream from popen without waiting for its command, which may outlive its output.
-void CloseUnwaited(std::FILE *command_output);

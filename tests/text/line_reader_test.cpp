@@ -1,7 +1,6 @@
 #include "text/line_reader.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include <string>
 #include <string_view>
@@ -44,15 +43,6 @@ TEST(ReadLine, ANulEndsTheTextOfItsRead) {
 
 TEST(ReadLine, AnEmptyFileHasNoLine) {
   EXPECT_EQ(ReadAll("", 99), Lines{});
-}
-
-TEST(CloseUnwaited, DoesNotWaitForTheCommand) {
-  std::FILE *output = popen("echo $$; exec sleep 1000", "r");
-  ASSERT_NE(output, nullptr);
-  std::string pid;
-  ASSERT_TRUE(ReadLine(output, 99, pid));
-  CloseUnwaited(output);
-  EXPECT_EQ(kill(std::stoi(pid), SIGKILL), 0) << "the command should still be running";
 }
 
 }  // namespace
