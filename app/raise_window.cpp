@@ -64,12 +64,27 @@ void Unminimise(Window window) {
   }
 }
 
+// Some window managers keep a raised window below the one in use unless it is the user who asks, as
+// with a pager. The second start is the user's wish, so it is said to come from one (source 2).
+void AskWindowManager(Window window) {
+  XEvent event = {};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = window;
+  event.xclient.message_type = XInternAtom(display, "_NET_ACTIVE_WINDOW", False);
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = 2;
+  event.xclient.data.l[1] = CurrentTime;
+  XSendEvent(display, DefaultRootWindow(display), False,
+             SubstructureRedirectMask | SubstructureNotifyMask, &event);
+}
+
 // Refused for a window that is not mapped, such as the one that the toolkit keeps beside the real
 // one under the same process id.
 void RaiseAndFocus(Window window) {
   if (IsIconic(window)) {
     Unminimise(window);
   }
+  AskWindowManager(window);
   XRaiseWindow(display, window);
   XSetInputFocus(display, window, RevertToNone, CurrentTime);
 }

@@ -1,0 +1,214 @@
+"""One instance at a time: the second start hands over to the first and ends."""
+import os
+import subprocess
+
+import pytest
+from harness.app import TITLE
+from harness.waiting import wait_for
+from harness.xwindow import XWindow
+from pellion import GREETING, HANDED_OVER, PELLION_5, PID_FILE, SYSTEM_INFO, pid_file, run_to_end
+from Xlib import X, Xatom, Xutil
+
+with_and_without_manager = pytest.mark.parametrize("manager", [None, "openbox", "metacity"])
+
+
+@pytest.fixture
+def device(device):
+    device.write(SYSTEM_INFO, PELLION_5)
+    return device
+
+
+@pytest.fixture
+def manager():
+    return "openbox"
+
+
+@pytest.fixture
+def desktop(desktop_with, manager):
+    return desktop_with(manager=manager)
+
+
+def has_keyboard(window, desktop):
+    return (desktop.active_window() if desktop.manager else desktop.input_focus()) == window
+
+
+@pytest.fixture
+def cover(desktop):
+    """cover(): puts a window of another program, which gets the keyboard, over the whole screen."""
+    made = []
+
+    def put():
+        window = desktop.root.create_window(0, 0, *desktop.size, 0, X.CopyFromParent)
+        made.append(window)
+        window.set_wm_name("Cover")
+        window.set_wm_hints(flags=Xutil.InputHint, input=True)
+        window.change_property(desktop.atom("_NET_WM_PID"), Xatom.CARDINAL, 32, [os.getpid()])
+        window.map()
+        covering = XWindow(desktop, window.id)
+        wait_for(lambda: desktop.stacking()[-1:] == [covering], "the window to cover the others")
+        if not desktop.manager:
+            desktop.give_focus(covering)
+        wait_for(lambda: has_keyboard(covering, desktop), "the keyboard to belong to it")
+        return covering
+
+    yield put
+    for window in made:
+        window.destroy()
+    desktop.display.sync()
+
+
+def start_again(device, desktop):
+    assert run_to_end(device, desktop.environment) == HANDED_OVER
+
+
+def wait_in_front(window, desktop):
+    wait_for(lambda: desktop.stacking()[-1] == window, f"{window} to be above all others")
+    wait_for(lambda: has_keyboard(window, desktop), f"{window} to have the keyboard")
+
+
+def test_the_first_says_so_once_and_writes_its_pid(start, device):
+    app = start()
+    assert app.stdout.encode() == GREETING
+    assert pid_file(device) == b"%d\n" % app.pid
+    app.button("Cancel").click()
+    assert app.wait_exit() == 0
+    assert app.stdout.encode() == GREETING
+
+
+def test_the_second_says_so_and_ends_without_touching_anything(start, device, desktop):
+    app = start()
+    for _ in range(2):
+        start_again(device, desktop)
+    assert pid_file(device) == b"%d\n" % app.pid
+    assert {call.caller for call in device.journal()} == {app.pid}
+    assert len(device.agent_runs()) == 1
+    assert app.window(TITLE).showing
+
+
+def test_any_number_run_on_other_platforms(start, device):
+    device.write(SYSTEM_INFO, PELLION_5.replace("5.1", "6.1"))
+    for app in start(), start(wait="mapped"):
+        assert app.window(TITLE).showing and app.stdout == ""
+    assert pid_file(device) is None
+
+
+@with_and_without_manager
+def test_brings_a_covered_window_to_the_front(start, device, desktop, cover):
+    app = start()
+    covering = cover()
+    start_again(device, desktop)
+    wait_in_front(app.x_window(), desktop)
+    assert covering.mapped and desktop.stacking() == [covering, app.x_window()]
+
+
+@with_and_without_manager
+def test_leaves_the_window_on_the_page_where_it_is(start, device, desktop, cover):
+    app = start()
+    app.page("Groups")
+    app.button("Edit...").take_focus()
+    cover()
+    start_again(device, desktop)
+    wait_in_front(app.x_window(), desktop)
+    assert app.table().showing
+    assert app.focused() == ("button", "Edit...")
+
+
+@with_and_without_manager
+def test_brings_an_open_message_to_the_front_of_its_window(start, device, desktop, cover):
+    app = start()
+    app.page("Groups")
+    app.button("Delete").click()
+    app.message()
+    main, message = app.x_windows()
+    covering = cover()
+    start_again(device, desktop)
+    wait_in_front(message, desktop)
+    assert desktop.stacking() == [covering, main, message]
+    app.key("Escape")
+    app.no_message()
+
+
+@pytest.mark.parametrize("manager", ["openbox", "metacity"])
+def test_brings_a_minimised_window_back(start, device, desktop, cover):
+    app = start()
+    window = app.x_window()
+    cover()
+    desktop.iconify(window)
+    start_again(device, desktop)
+    wait_in_front(window, desktop)
+    assert window.mapped and not window.iconic
+    app.entry("Backup Gateway").fill("10.0.0.2")
+
+
+def test_takes_over_from_one_that_was_killed(start, device):
+    first = start()
+    first.process.kill()
+    first.wait_crash()
+    assert pid_file(device) == b"%d\n" % first.pid, "nobody has cleaned up"
+    third = start()
+    assert third.stdout.encode() == GREETING
+    assert pid_file(device) == b"%d\n" % third.pid
+
+
+def test_a_pid_file_without_its_process_keeps_nobody_out(start, device):
+    device.write(PID_FILE, f"{os.getpid()}\nand more, of whatever length\n")
+    app = start()
+    assert pid_file(device) == b"%d\n" % app.pid
+
+
+def test_opens_all_the_same_when_there_can_be_no_pid_file(start, device):
+    device.mkdir(PID_FILE)
+    for app in start(), start(wait="mapped"):
+        assert app.stdout.encode() == GREETING + b"open file error\n"
+
+
+@pytest.mark.parametrize("manager", [None])
+def test_ends_quietly_without_a_display(start, device, desktop, cover):
+    start()
+    covering = cover()
+    without = {name: value for name, value in desktop.environment.items() if name != "DISPLAY"}
+    for environment in ({**without, "DISPLAY": ":987"}, without):
+        assert run_to_end(device, environment) == HANDED_OVER
+    assert desktop.stacking()[-1] == covering and has_keyboard(covering, desktop)
+
+
+@pytest.mark.parametrize("manager", [None])
+@pytest.mark.parametrize("text", ["", "\n", "none\n"])
+def test_without_a_pid_in_the_file_the_root_window_is_taken(start, device, desktop, cover, text):
+    """It is the first that names no process: it gets the keyboard, and nothing is raised."""
+    start()
+    cover()
+    before = desktop.stacking()
+    device.host_path(PID_FILE).write_text(text)  # in place: the lock is on this very file
+    start_again(device, desktop)
+    assert desktop.stacking() == before
+    assert desktop.input_focus() == XWindow(desktop, desktop.root.id)
+
+
+def test_commands_do_not_inherit_the_pid_file(start, device, desktop):
+    real = {device.bin / "regmux": device.client, device.bin / "cat": "/bin/cat",
+            "/usr/sbin/vexaagent": "/bin/true"}
+    for command, program in real.items():
+        device.write(command, f'#!/bin/sh\nreadlink /proc/self/fd/* >>/run/files\nexec {program} "$@"\n',
+                     0o755)
+    start()
+    start_again(device, desktop)
+    files = device.host_path("/run/files").read_text().split("\n")
+    assert len([file for file in files if file.startswith("pipe:")]) >= 8, "seven reads and the pid file"
+    assert "/run/korv-agent-mgr.pid" not in files
+
+
+@pytest.mark.parametrize("manager", [None])
+def test_two_started_at_the_same_moment_leave_one_window(device, desktop):
+    for _ in range(int(os.environ.get("KORV_ROUNDS", "50"))):
+        both = [device.start([device.program], desktop.environment, stdout=subprocess.PIPE)
+                for _ in range(2)]
+        wait_for(lambda: [one for one in both if one.poll() is not None], "one of them to end")
+        second, = [one for one in both if one.poll() is not None]
+        first, = [one for one in both if one is not second]
+        assert (second.program_status, second.communicate()[0]) == HANDED_OVER[:2]
+        wait_for(lambda: desktop.windows(pid=first.program_pid), "the window of the other")
+        assert [window.pid for window in desktop.windows(title=TITLE)] == [first.program_pid]
+        first.kill()
+        assert first.communicate()[0] == GREETING
+        wait_for(lambda: not desktop.windows(title=TITLE), "its window to be gone")
