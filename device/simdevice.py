@@ -373,7 +373,8 @@ class SimDevice:
         self.write("/etc/systeminfo", _SYSTEMINFO)
         self.write("/etc/vexaagent/version", "Agent Version : 5.2.1\n")
         self.write("/usr/sbin/vexaagent", (_HERE / "vexaagent").read_bytes(), 0o755)
-        self.write("/usr/share/pixmaps/agent_48.png", (_HERE / "agent_48.png").read_bytes())
+        self.write("/usr/share/pixmaps/agent_48.png",
+                   (self.build_dir / "packaging/agent_48.png").read_bytes())
 
     def install_client(self):
         """Puts the registry client on the search path, in place of any other."""

@@ -140,8 +140,9 @@ def test_an_ordinary_user_can_do_all_this():
         os.chmod(copy, 0o755)
         shutil.copytree(TREE / "device", f"{copy}/device")
         shutil.copytree(TREE / "tests/device", f"{copy}/tests/device")
-        Path(f"{copy}/build/device").mkdir(parents=True)
-        shutil.copy(BUILD_DIR / "device/regmux", f"{copy}/build/device/regmux")
+        for built in ("device/regmux", "packaging/agent_48.png"):
+            Path(f"{copy}/build/{built}").parent.mkdir(parents=True)
+            shutil.copy(BUILD_DIR / built, f"{copy}/build/{built}")
         result = subprocess.run(
             ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups", sys.executable, "-m",
              "pytest", "-q", "-p", "no:cacheprovider", f"{copy}/tests/device/sandbox_test.py"], cwd=copy,
