@@ -45,7 +45,7 @@ def test_an_agent_that_fails_is_still_heard(start, device):
 
 def test_bytes_that_are_no_utf8_do_no_harm(start, device):
     device.write("/usr/sbin/vexaagent", "#!/bin/sh\nprintf 'v: a\\377b'\n", 0o755)
-    app = start(fatal_warnings=False)  # Pango warns
+    app = start()
     app.button("Cancel").click()
     assert app.wait_exit() == 0
 

@@ -65,7 +65,7 @@ def test_a_client_that_prints_a_nul(start, device):
 
 def test_a_client_that_prints_bytes_that_are_no_utf8(start, device):
     device.faults.print(b"value \xff\xfe\x80\n", verbs="get")
-    app = start(fatal_warnings=False)  # Pango warns
+    app = start()
     app.button("Cancel").click()
     assert app.wait_exit() == 0
 
@@ -73,7 +73,7 @@ def test_a_client_that_prints_bytes_that_are_no_utf8(start, device):
 def test_bytes_that_are_no_utf8_in_a_gateway_survive_ok(start, device):
     """The entry keeps them and the lookup refuses them: nothing is written, nothing is lost."""
     device.registry.set("CurrentGateway", b"host\xff")
-    app = start(fatal_warnings=False)  # Pango warns
+    app = start()
     app.button("OK").click()
     assert app.message().text == "Current gateway is not correct.."
     app.message().close()
