@@ -14,6 +14,8 @@ from harness.app import TITLE, App  # noqa: E402
 from harness.desktop import Desktop  # noqa: E402
 
 BUILD = pathlib.Path(os.environ.get("KORV_BUILD_DIR", ROOT / "build" / "release")).resolve()
+# As CTest sets it, for those who call pytest themselves.
+SANITIZERS = {"LSAN_OPTIONS": f"suppressions={ROOT}/tests/lsan.supp:print_suppressions=0"}
 # What the tests' own surroundings must not decide.
 FOREIGN = ("LC_", "LANG", "XDG_", "XMODIFIERS", "GTK_", "G_", "DBUS_", "LD_LIBRARY_PATH")
 
@@ -62,7 +64,7 @@ def start(request, device, desktop):
               wait=True, title=TITLE):
         desktop.park_pointer()
         inherited = {k: v for k, v in os.environ.items() if not k.startswith(FOREIGN)}
-        variables = {**inherited, **desktop.environment, "LC_ALL": locale,
+        variables = {**SANITIZERS, **inherited, **desktop.environment, "LC_ALL": locale,
                      "GTK_MODULES": "gail:atk-bridge",
                      "G_DEBUG": "fatal-warnings" if fatal_warnings else None, **(env or {})}
         variables = {k: v for k, v in variables.items() if v is not None}
