@@ -37,7 +37,8 @@ what a click does. What comes by itself or from elsewhere (the refresh, a paste,
 to be waited for: app.wait_for(lambda: ..., "what"). Never sleep. While the program is in a command
 that does not end, input with settle=False returns at once, and reading waits.
 
-Two things to know: a selected text is the primary selection, so set_clipboard() before select_all();
-and what another program is to do on the same desktop happens through desktop: windows(pid=),
-stacking(), active_window(), input_focus(), iconify(), activate().
+Two things to know. A selected text is the primary selection: set_clipboard() before select_all().
+An App's input waits until its program has the keyboard; to turn to a window of another program, and
+to look at windows as the window manager does, there is desktop: windows(pid=), stacking(),
+active_window(), input_focus(), activate(), iconify(), click_at().
 """
