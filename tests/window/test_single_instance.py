@@ -200,7 +200,8 @@ def test_commands_do_not_inherit_the_pid_file(start, device, desktop):
 
 @pytest.mark.parametrize("manager", [None])
 def test_two_started_at_the_same_moment_leave_one_window(device, desktop):
-    for _ in range(int(os.environ.get("KORV_ROUNDS", "50"))):
+    rounds = int(os.environ.get("KORV_ROUNDS", "50"))
+    for _ in range(rounds):
         both = [device.start([device.program], desktop.environment, stdout=subprocess.PIPE)
                 for _ in range(2)]
         wait_for(lambda: [one for one in both if one.poll() is not None], "one of them to end")
@@ -214,3 +215,4 @@ def test_two_started_at_the_same_moment_leave_one_window(device, desktop):
         first.kill()
         assert first.communicate()[0] == GREETING
         wait_for(lambda: not desktop.windows(title=TITLE), "its window to be gone")
+    print(f"{rounds} pairs: one window each")

@@ -8,6 +8,7 @@ import subprocess
 import tempfile
 
 from gi.repository import GLib
+from Xlib.error import ConnectionClosedError
 
 from . import accessibility
 from .accessibility import Node, Role, State
@@ -121,6 +122,15 @@ class App:
             self.ready_for_input()
         self.settled()
         return self
+
+    def wait_active(self, title):
+        """Waits for a window with the title to be active and at rest, by the window manager's word
+        alone, for a program that is not on the accessibility bus."""
+        def active():
+            window = self.desktop.active_window()
+            return window and window.pid == self.pid and window.title == title
+        self.wait_for(active, f"the window {title!r} to be active")
+        self.settled()
 
     def ready_for_input(self):
         """Waits until the keyboard belongs to a window of the program; without a window manager
@@ -308,7 +318,10 @@ class App:
 
     def report(self, path):
         """What a failing test should tell; a picture of the screen goes to the path."""
-        self.desktop.picture().save(path)
+        try:
+            self.desktop.picture().save(path)
+        except ConnectionClosedError:
+            path = "none, the X server has ended"
         try:
             texts = self.texts() if self.running else f"ended with {self.process.program_status}"
         except (GLib.Error, AttributeError) as problem:

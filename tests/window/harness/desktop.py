@@ -69,6 +69,7 @@ class Desktop:
             ["Xvfb", "-screen", "0", f"{size[0]}x{size[1]}x24", "-dpi", "96", "-nolisten", "tcp",
              "-noreset"], lambda writer: ["-displayfd", str(writer)], plain, self._log)
         self._helpers.append(server)
+        self._server = server
         self.name = f":{number}"
         # What a program needs to run on this desktop.
         self.environment = {**bus.environment, "DISPLAY": self.name,
@@ -100,6 +101,10 @@ class Desktop:
         for helper in reversed(self._helpers):
             end_helper(helper)
         self._directory.cleanup()
+
+    def end_server(self):
+        """The X server ends; nothing but close() works from here on."""
+        end_helper(self._server)
 
     def _file(self, name, text):
         path = os.path.join(self._directory.name, name)

@@ -1,0 +1,46 @@
+"""A registry whose client takes two seconds a call: slow, but nothing is lost."""
+from device_calls import gets, written, writes
+from harness.app import TITLE
+from harness.waiting import LIMIT, wait_for
+from test_save import DEFAULTS, committed
+
+SECONDS = 2
+CALLS = {"start": 7, "OK": 15, "refresh": 1}
+
+
+def in_time(*what):
+    """As long as these take, and what is generous otherwise."""
+    return SECONDS * sum(CALLS[each] for each in what) + LIMIT
+
+
+def test_two_seconds_a_call(start, device):
+    device.faults.delay(SECONDS)
+    app = start(wait=False)
+    app.wait_for(lambda: app.x_window(TITLE), "the window", in_time("start"))
+    assert [call.args for call in device.journal()][:7] == gets()
+    app.wait_started()
+
+    # Typed while a refresh holds the window up, all of it is taken afterwards.
+    entry = app.entry("Backup Gateway")
+    entry.select_all()
+    refreshes = len(device.journal())
+    wait_for(lambda: len(device.journal()) > refreshes, "a refresh to begin")
+    app.type("10.9.8.7")
+    assert entry.text == "10.9.8.7"
+
+    # What comes while OK is at work comes too late to change or repeat anything.
+    ok = app.button("OK")
+    x, y, width, height = ok.box
+    ok.click(settle=False)
+    wait_for(lambda: written(device), "OK to be at work")
+    app.desktop.keyboard.type("1", app.desktop.settle_manager)
+    app.desktop.click_at(x + width // 2, y + height // 2)
+    changed = {**DEFAULTS, "BackupGateway": "10.9.8.7"}
+    wait_for(lambda: len(written(device)) == 15, "the last call", in_time("OK", "refresh"))
+    hint = app.message()
+    assert hint.text == "Warning"
+    assert written(device) == writes(changed)
+    assert committed(device) == changed
+    hint.close()
+    assert app.wait_exit() == 0
+    assert len(written(device)) == 15
