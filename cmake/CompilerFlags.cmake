@@ -30,6 +30,8 @@ if(KORV_COVERAGE)
   # The compiler would have execv write the counters and stop counting. Between vfork and execv these
   # are the parent's.
   add_compile_options(--coverage -fno-builtin-execv)
+  # The ways out for exceptions, which the program leaves uncaught, would count as branches.
+  add_compile_options(-fno-exceptions)
   add_link_options(--coverage)
   # The checks in the toolkit's cast macros would count as branches of ours.
   add_compile_definitions(G_DISABLE_CAST_CHECKS)

@@ -12,7 +12,8 @@ set(KORV_TEST_ENVIRONMENT
 
 function(korv_unit_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
-  add_executable(${name} ${arg_SOURCES})
+  add_executable(${name} ${arg_SOURCES}
+    $<$<BOOL:${KORV_COVERAGE}>:${PROJECT_SOURCE_DIR}/tests/coverage/write_counters_of_children.cpp>)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gmock GTest::gtest_main)
   add_test(NAME ${KORV_BUILD_NAME}/unit/${name} COMMAND ${name} --gtest_brief=1)

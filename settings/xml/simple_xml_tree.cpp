@@ -42,7 +42,7 @@ SimpleXMLElement *FindChild(const SimpleXMLElement *element, std::string_view na
   int32_t index = 0;
   while (const SimpleXMLNode *node = SimpleEnumElements(element, &index)) {
     SimpleXMLElement *child = node->object.element;
-    if (child->name != nullptr && (child->name == name || IsTransparent(child->name))) {
+    if (child->name == name || IsTransparent(child->name)) {
       return child;
     }
   }

@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <optional>
+
+#include "tests/support/no_descriptors_left.h"
+#include "tests/support/scoped_env.h"
+
 namespace {
 
 TEST(VersionFromLine, IsWhatFollowsTheFirstColon) {
@@ -18,6 +24,14 @@ TEST(VersionFromLine, IsTheWholeLineWithoutAColon) {
 TEST(VersionFromLine, KeepsTheLineEndAndWhatStandsBeforeIt) {
   EXPECT_EQ(VersionFromLine("v: 5.2.1 \n"), "5.2.1 \n");
   EXPECT_EQ(VersionFromLine("\t5.2.1\r\n"), "\t5.2.1\r\n");
+}
+
+TEST(QueryAgentVersion, AnAgentThatCannotBeStartedHasNoVersion) {
+  const ScopedEnv library_path("LD_LIBRARY_PATH", std::nullopt);
+  const NoDescriptorsLeft fault;
+  QueryAgentVersion();
+  EXPECT_FALSE(agent_version);
+  EXPECT_STREQ(std::getenv("LD_LIBRARY_PATH"), "/etc/vexaagent/lib");
 }
 
 }  // namespace

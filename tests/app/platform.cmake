@@ -8,6 +8,9 @@ korv_product_data_header(${CMAKE_CURRENT_SOURCE_DIR}/other_product_data.txt
 korv_unit_test(platform_other_data_test
                SOURCES platform_test.cpp ${PROJECT_SOURCE_DIR}/app/platform.cpp LIBS text)
 target_include_directories(platform_other_data_test PRIVATE ${other_data})
+foreach(catching platform_test platform_other_data_test)
+  target_compile_options(${catching} PRIVATE -fexceptions)
+endforeach()
 
 # A pytest file that needs no window, one CTest test.
 function(korv_python_unit_test file)

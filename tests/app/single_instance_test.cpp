@@ -63,7 +63,7 @@ class Instance {
   Instance &operator=(const Instance &) = delete;
   ~Instance() {
     close(output_);
-    kill(pid_, SIGKILL);
+    kill(pid_, SIGTERM);
     waitpid(pid_, nullptr, 0);
   }
 
@@ -165,7 +165,7 @@ void RefuseFcntl(int command, int error) {
 
 // From here on no file of this process grows beyond `size` bytes.
 void LimitFileSize(rlim_t size) {
-  const rlimit limit = {size, size};
+  const rlimit limit = {size, RLIM_INFINITY};
   signal(SIGXFSZ, SIG_IGN);
   if (setrlimit(RLIMIT_FSIZE, &limit) != 0) {
     std::abort();
@@ -315,7 +315,8 @@ TEST_F(SingleInstanceTest, AFileThatCannotBeEmptiedIsSaid) {
 
 TEST_F(SingleInstanceTest, AShortWriteIsSaidAndTheLockStays) {
   for (const rlim_t size : {0U, 1U}) {
-    const Instance first(pid_file_, [size] { LimitFileSize(size); });
+    const Instance first(
+        pid_file_, [size] { LimitFileSize(size); }, [] { LimitFileSize(RLIM_INFINITY); });
     const Outcome outcome = first.Wait();
     EXPECT_FALSE(outcome.held_by_another);
     EXPECT_EQ(outcome.printed, "write error");

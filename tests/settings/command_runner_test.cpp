@@ -13,6 +13,7 @@
 #include <iterator>
 #include <string>
 
+#include "tests/support/no_descriptors_left.h"
 #include "tests/support/temp_dir.h"
 
 using CommandRunner::OpenCommandOutput;
@@ -54,7 +55,7 @@ template <typename Body>
 int InChild(Body body) {
   const pid_t child = fork();
   if (child == 0) {
-    _exit(body());
+    std::quick_exit(body());
   }
   int status = 0;
   waitpid(child, &status, 0);
@@ -192,14 +193,10 @@ TEST(OpenCommandOutput, LeavesNoEndOfThePipeOpenInTheCommand) {
 }
 
 TEST(OpenCommandOutput, FailsWithOneWhenThereIsNoPipe) {
-  EXPECT_EQ(InChild([] {
-              const rlimit few{3, 3};
-              setrlimit(RLIMIT_NOFILE, &few);
-              std::FILE *stream = nullptr;
-              pid_t child = 0;
-              return OpenCommandOutput(&stream, &child, "true") == 1 && stream == nullptr ? 0 : 1;
-            }),
-            0);
+  const NoDescriptorsLeft fault;
+  const Output output = RunAndRead("true");
+  EXPECT_EQ(output.result, 1);
+  EXPECT_EQ(output.child, -1);
 }
 
 TEST(OpenCommandOutput, RedirectsNothingWhenThePipeIsDescriptorOneAlready) {
@@ -216,6 +213,16 @@ TEST(OpenCommandOutput, RedirectsNothingWhenThePipeIsDescriptorOneAlready) {
             }),
             0);
   EXPECT_EQ(directory.Read("errors"), "error\n");
+}
+
+TEST(OpenCommandOutput, ReadsBothOutputsWhenThePipeIsDescriptorTwoAlready) {
+  EXPECT_EQ(InChild([] {
+              // Free the descriptors 0 and 2 for the pipe, so that its write end is 2.
+              close(0);
+              close(2);
+              return RunAndRead("echo out; echo error >&2").text == "out\nerror\n" ? 0 : 1;
+            }),
+            0);
 }
 
 TEST(OpenCommandOutput, CutsTheCommandLineAsRunCommandDoes) {

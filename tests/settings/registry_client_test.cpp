@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/support/fake_regmux.h"
+#include "tests/support/no_descriptors_left.h"
 
 namespace {
 
@@ -56,6 +57,14 @@ TEST(GetValue, AWordWithNothingBehindItIsAnEmptyValue) {
 
 TEST(GetValue, NoOutputLeavesTheCallersTextAlone) {
   EXPECT_EQ(GetFrom(""), (Got{false, "untouched"}));
+}
+
+TEST(GetValue, AClientThatCannotBeStartedLeavesTheCallersTextAlone) {
+  const FakeRegmux regmux("echo value 1");
+  QString value = Text("untouched");
+  const NoDescriptorsLeft fault;
+  EXPECT_FALSE(RegistryClient().GetValue(Text("root/key"), value));
+  EXPECT_EQ(value, Text("untouched"));
 }
 
 TEST(GetValue, TakesTheFirstLineOfWhateverKind) {

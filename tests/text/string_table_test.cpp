@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "tests/support/no_descriptors_left.h"
 #include "tests/support/temp_dir.h"
 
 namespace {
@@ -175,6 +176,12 @@ TEST(TrimSpace, RemovesWhiteSpaceAtBothEnds) {
     TrimSpace(buffer.data());
     EXPECT_STREQ(buffer.c_str(), expected.c_str());
   }
+}
+
+TEST_F(StringTableTest, StaysEmptyWhenTheLocaleToolCannotBeStarted) {
+  const NoDescriptorsLeft fault;
+  LoadStringTable();
+  EXPECT_EQ(Lookup("General", "Button_OK"), "(english)");
 }
 
 TEST(LocaleNameFromLine, IsWhatStandsBetweenTheQuotes) {

@@ -1,5 +1,6 @@
 """The group dialog: adding and editing, from opening it to what stands in the registry."""
 import pytest
+from gi.repository import Atspi
 
 from groups import (ADD, DUPLICATE, WELL_KNOWN, GroupDialog, add, add_group, edit,
                     open_groups, rows, saved)
@@ -254,6 +255,16 @@ def test_a_dialog_outlives_the_window(start, device, open_dialog):
     dialog.window.button("OK").click()
     assert app.wait_exit() == 0
     assert complaints(app) == 1 == app.stderr.count("unexpectedly destroyed")
+
+
+def test_a_group_deleted_behind_the_dialog_stays_deleted(start, device):
+    """As only an assistive tool can press the button there."""
+    app = open_groups(start, device, 'A="1";B="2"')
+    dialog = edit(app, 0).fill(value="x")
+    Atspi.Action.do_action(app.window(TITLE).button("Delete").accessible, 0)
+    app.wait_for(lambda: rows(app) == [("B", "2")], "the row to go")
+    dialog.accept()
+    assert saved(app, device) == 'B="2"'
 
 
 def test_the_dialog_opens_and_closes_time_and_again(start, device):

@@ -106,6 +106,7 @@ TEST(ScannerDeathTest, NamesWhatIsMissing) {
   EXPECT_DEATH(SimpleFindNonWhiteSpace(&xml), "inXML->xml");
   EXPECT_DEATH(SimpleFindEndOfText(&xml, 0), "inXML->xml");
   EXPECT_DEATH(SimpleFindNonWhiteSpace(nullptr), "inXML");
+  EXPECT_DEATH(SimpleFindEndOfText(nullptr, 0), "inXML");
 }
 
 }  // namespace

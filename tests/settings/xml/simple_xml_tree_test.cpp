@@ -165,8 +165,11 @@ TEST(TreeDeathTest, NamesTheParameterAtFault) {
   EXPECT_DEATH(SimpleAddText(tree.get(), nullptr, 1), "text");
   EXPECT_DEATH(SimpleAddElement(tree.get(), nullptr, 0, 1), "name");
   EXPECT_DEATH(SimpleAddAttribute(tree.get(), nullptr, nullptr, 1), "name");
+  std::string text = "text";
+  EXPECT_DEATH(SimpleAddText(nullptr, text.data(), 1), "element");
   EXPECT_DEATH(SimpleFindElement(nullptr, "/a"), "element");
   EXPECT_DEATH(SimpleFindElement(tree.get(), nullptr), "path");
+  EXPECT_DEATH(SimpleEnumNodes(nullptr, &index), "element");
   EXPECT_DEATH(SimpleEnumNodes(tree.get(), nullptr), "index");
   EXPECT_DEATH(SimpleEnumNodes(tree.get(), &index), "index >= 0");
   EXPECT_DEATH(SimpleCheckAttribute(tree.get(), nullptr), "name");
