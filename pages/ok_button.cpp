@@ -6,6 +6,7 @@ GtkWidget *ok_button = nullptr;
 
 void SetOkButton(GtkWidget *button) {
   ok_button = button;
+  g_signal_connect(button, "destroy", G_CALLBACK(gtk_widget_destroyed), &ok_button);
 }
 
 void FocusOkButton() {

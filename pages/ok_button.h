@@ -4,8 +4,8 @@
 
 #include <gtk/gtk.h>
 
-// `button` stays the window's; it must live as long as the pages do.
+// `button` stays the window's; the slot is empty again when it is destroyed.
 void SetOkButton(GtkWidget *button);
 
-// Moves the keyboard focus to the button; does nothing before the window has filled the slot.
+// Moves the keyboard focus to the button; does nothing while the slot is empty.
 void FocusOkButton();

@@ -18,9 +18,12 @@ GtkWidget *NewMessage(GtkMessageType type, const char *text) {
   return dialog;
 }
 
+// Held, because another program of the X server can destroy its window while it is open.
 void RunAndDestroy(GtkWidget *dialog) {
+  g_object_ref(dialog);
   gtk_dialog_run(GTK_DIALOG(dialog));
   gtk_widget_destroy(dialog);
+  g_object_unref(dialog);
 }
 
 }  // namespace

@@ -250,17 +250,21 @@ int ValidateGroup(GroupMode mode) {
   return VerdictOf(fault);
 }
 
+bool GroupDialogIsOpen() {
+  return dialog.window != nullptr;
+}
+
 void RunGroupDialog(GroupMode mode) {
-  if (dialog.window != nullptr) {
-    return;  // assistive tools can press the page's buttons behind the dialog
+  if (GroupDialogIsOpen()) {
+    return;
   }
   OpenDialog(mode);
   bool done = false;
-  while (!done && dialog.window != nullptr) {
+  while (!done && GroupDialogIsOpen()) {
     const gint answer = gtk_dialog_run(GTK_DIALOG(dialog.window));
     done = answer != GTK_RESPONSE_ACCEPT || TakeInput(mode);
   }
-  if (dialog.window != nullptr) {
+  if (GroupDialogIsOpen()) {
     gtk_widget_destroy(dialog.window);
   }
 }

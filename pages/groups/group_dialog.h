@@ -5,7 +5,8 @@
 
 enum GroupMode { kAddGroup, kEditGroup };
 
-// The row to edit. The page sets them right before it runs the dialog in edit mode.
+// The row to edit. The page sets them right before it runs the dialog in edit mode, and never while
+// one is open.
 extern std::string edited_group_name;
 extern std::string edited_group_value;
 
@@ -21,6 +22,9 @@ extern bool duplicate_found;
 // dismissed, which does not. The stored text is left to the caller. Does nothing while the dialog
 // is open already.
 void RunGroupDialog(GroupMode mode);
+
+// Assistive tools can press the page's buttons behind the open dialog.
+bool GroupDialogIsOpen();
 
 // Checks what stands in the open dialog and tells the user the first fault. Returns -1 for a fault
 // of the name, 0 for one of the value, 1 when there is none.

@@ -85,6 +85,9 @@ void OnEditClicked() {
         ShownText("Please select a group to edit.", "Msg_PageGroups_Edit_Err", "Message").Get());
     return;
   }
+  if (GroupDialogIsOpen()) {
+    return;  // it keeps the row that it was opened for
+  }
   const GroupRow row = GroupRows()[selected.back()];
   edited_group_name = row.name;
   edited_group_value = row.value;

@@ -250,8 +250,23 @@ def test_the_window_may_go_while_a_message_is_open(start, label, text, key):
     app.entry(label).fill(text)
     app.key(key)
     message = app.message()
-    app.desktop.display.create_resource_object("window", app.x_window().id).destroy()
-    app.desktop.display.sync()
+    app.x_window().destroy()
     message.close()
+    assert app.wait_exit() == 0
+    assert app.stderr.count(" **: ") == app.stderr.count("unexpectedly destroyed") == 1
+
+
+def test_a_message_may_be_destroyed_from_outside(start):
+    """The toolkit warns of it, and of nothing else."""
+    app = start(fatal_warnings=False)
+    app.entry("Pull Interval").fill("abc")
+    app.key("Return")
+    message = app.message()
+    app.x_windows()[-1].destroy()
+    app.wait_gone(message)
+    app.entry("Pull Interval").fill("30")
+    app.key("Return")
+    app.no_message()
+    app.button("Cancel").click()
     assert app.wait_exit() == 0
     assert app.stderr.count(" **: ") == app.stderr.count("unexpectedly destroyed") == 1

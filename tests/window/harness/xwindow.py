@@ -57,6 +57,11 @@ class XWindow:
         origin = size.root.translate_coords(self._window, 0, 0)
         return (origin.x, origin.y, size.width, size.height)
 
+    def destroy(self):
+        """Takes it from its program, as every program of the X server can."""
+        self._window.destroy()
+        self._desktop.display.sync()
+
     def client(self):
         """What all windows of one X connection have in common."""
         return self.id & ~self._desktop.display.display.info.resource_id_mask
