@@ -25,10 +25,8 @@ endfunction()
 
 korv_python_unit_test(product_data_test.py)
 
-# The kernel's refusals that no file produces are made with a system call filter.
-pkg_check_modules(SECCOMP REQUIRED IMPORTED_TARGET libseccomp)
 korv_unit_test(single_instance_test
-               SOURCES single_instance_test.cpp LIBS single_instance PkgConfig::SECCOMP)
+               SOURCES single_instance_test.cpp LIBS single_instance test_support)
 
 add_executable(raise_window_driver raise_window_driver.cpp)
 target_link_libraries(raise_window_driver PRIVATE raise_window PkgConfig::X11)

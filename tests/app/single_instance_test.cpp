@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <seccomp.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -25,6 +24,8 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "tests/support/refuse_call.h"
 
 namespace {
 
@@ -154,13 +155,7 @@ void ListDescriptorsOfACommand() {
 
 // From here on the kernel answers this process's fcntl command with an error.
 void RefuseFcntl(int command, int error) {
-  const scmp_filter_ctx filter = seccomp_init(SCMP_ACT_ALLOW);
-  const scmp_arg_cmp is_command = {1, SCMP_CMP_EQ, static_cast<scmp_datum_t>(command), 0};
-  if (seccomp_rule_add(filter, SCMP_ACT_ERRNO(static_cast<unsigned>(error)), SCMP_SYS(fcntl), 1,
-                       is_command) != 0 ||
-      seccomp_load(filter) != 0) {
-    std::abort();
-  }
+  RefuseCall(SCMP_SYS(fcntl), error, {{1, SCMP_CMP_EQ, static_cast<scmp_datum_t>(command), 0}});
 }
 
 // From here on no file of this process grows beyond `size` bytes.

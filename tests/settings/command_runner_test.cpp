@@ -12,8 +12,10 @@
 #include <cstdlib>
 #include <iterator>
 #include <string>
+#include <thread>
 
 #include "tests/support/no_descriptors_left.h"
+#include "tests/support/refuse_call.h"
 #include "tests/support/temp_dir.h"
 
 using CommandRunner::OpenCommandOutput;
@@ -72,6 +74,19 @@ TEST(RunCommand, ACommandThatDoesNotExistGives127) {
   EXPECT_EQ(RunCommand("/nowhere/at/all 2>/dev/null"), 127);
 }
 
+// On a thread of its own, whose commands cannot be executed.
+template <typename Body>
+void WithoutExecution(Body body) {
+  std::thread([body] {
+    RefuseCall(SCMP_SYS(execve), ENOEXEC);
+    body();
+  }).join();
+}
+
+TEST(RunCommand, WithoutAShellItGives127) {
+  WithoutExecution([] { EXPECT_EQ(RunCommand("true"), 127); });
+}
+
 TEST(RunCommand, AShellKilledByASignalGivesMinusOne) {
   EXPECT_EQ(RunCommand("kill -KILL $$"), -1);
   EXPECT_EQ(RunCommand("kill -TERM $$"), -1);
@@ -104,6 +119,10 @@ TEST(RunCommand, FailsWhenNoChildCanBeMade) {
             0);
 }
 
+TEST(RunCommand, ItsShellIsCalledSh) {
+  EXPECT_EQ(RunCommand("test \"$0\" = sh"), 0);
+}
+
 TEST(RunCommand, InheritsTheEnvironment) {
   setenv("KORV_TEST_VALUE", "seen", 1);
   EXPECT_EQ(RunCommand("test \"$KORV_TEST_VALUE\" = seen"), 0);
@@ -131,16 +150,17 @@ TEST(RunCommand, WaitsOnWhenASignalInterrupts) {
   sigaction(SIGALRM, &old_action, nullptr);
 }
 
-TEST(RunCommand, DoesNotFlushTheParentsOutputTwice) {
+TEST(RunCommand, ItsChildDoesNothingThatThisProgramDoesAtItsEnd) {
   const TempDir directory;
   const std::string path = directory.Write("output", "");
   EXPECT_EQ(InChild([&path] {
               if (std::freopen(path.c_str(), "w", stdout) == nullptr) {
                 return 77;
               }
+              std::atexit([] { std::printf("at exit\n"); });
               std::printf("once\n");  // buffered: a file is no terminal
-              RunCommand("exec /nowhere 2>/dev/null");
               RunCommand("true");
+              WithoutExecution([] { RunCommand("true"); });
               std::fflush(stdout);
               return 0;
             }),

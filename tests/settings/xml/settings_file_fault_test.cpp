@@ -1,6 +1,5 @@
 // What the settings file does when a step of the system fails under it.
 #include <gtest/gtest.h>
-#include <seccomp.h>
 #include <sys/fsuid.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -15,6 +14,7 @@
 #include <vector>
 
 #include "settings/xml/settings_file.h"
+#include "tests/support/refuse_call.h"
 #include "tests/support/temp_dir.h"
 
 namespace {
@@ -36,13 +36,7 @@ template <typename Operation>
 int WithFault(const Fault &fault, Operation operation) {
   int result = 0;
   std::thread([&] {
-    scmp_filter_ctx filter = seccomp_init(SCMP_ACT_ALLOW);
-    ASSERT_EQ(seccomp_rule_add_array(filter, SCMP_ACT_ERRNO(static_cast<unsigned>(fault.error)),
-                                     fault.call, static_cast<unsigned>(fault.arguments.size()),
-                                     fault.arguments.data()),
-              0);
-    ASSERT_EQ(seccomp_load(filter), 0);
-    seccomp_release(filter);
+    RefuseCall(fault.call, fault.error, fault.arguments);
     result = operation();
   }).join();
   return result;
