@@ -7,12 +7,14 @@
 #include "app/hand_over.h"
 #include "app/main_window.h"
 #include "app/platform.h"
+#include "app/standard_descriptors.h"
 #include "settings/agent_settings.h"
 #include "text/string_table.h"
 
 int main(int argc, char **argv) {
-  // First of all, and an image id that is too short ends the process right here: nothing catches
-  // it.
+  OpenStandardDescriptors();
+  // Before anything else is looked at, and an image id that is too short ends the process right
+  // here: nothing catches it.
   const PlatformRecord platform = IdentifyPlatform();
   if (PlatformCode(platform) == kPellion5Code && HandOverToRunningInstance()) {
     return 0;

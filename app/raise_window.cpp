@@ -67,13 +67,15 @@ void Unminimise(Window window) {
 // Some window managers keep a raised window below the one in use unless it is the user who asks, as
 // with a pager. The second start is the user's wish, so it is said to come from one (source 2).
 void AskWindowManager(Window window) {
-  XEvent event = {};
-  event.xclient.type = ClientMessage;
-  event.xclient.window = window;
-  event.xclient.message_type = XInternAtom(display, "_NET_ACTIVE_WINDOW", False);
-  event.xclient.format = 32;
-  event.xclient.data.l[0] = 2;
-  event.xclient.data.l[1] = CurrentTime;
+  XClientMessageEvent message = {};
+  message.type = ClientMessage;
+  message.window = window;
+  message.message_type = XInternAtom(display, "_NET_ACTIVE_WINDOW", False);
+  message.format = 32;
+  message.data.l[0] = 2;
+  message.data.l[1] = CurrentTime;
+  XEvent event;
+  event.xclient = message;
   XSendEvent(display, DefaultRootWindow(display), False,
              SubstructureRedirectMask | SubstructureNotifyMask, &event);
 }

@@ -41,7 +41,8 @@ bool WritePid(int file) {
   return true;
 }
 
-// Child commands have no use for the descriptor.
+// Opening has asked for it already; asked again, because whoever watches start-up learns here when
+// the system refuses it.
 void CloseOnExec(int file) {
   int flags = fcntl(file, F_GETFD);
   if (flags < 0) {

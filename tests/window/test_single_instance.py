@@ -4,7 +4,7 @@ import subprocess
 
 import pytest
 from harness.app import TITLE
-from harness.waiting import wait_for
+from harness.waiting import LIMIT, wait_for
 from harness.xwindow import XWindow
 from pellion import GREETING, HANDED_OVER, PELLION_5, PID_FILE, SYSTEM_INFO, pid_file, run_to_end
 from Xlib import X, Xatom, Xutil
@@ -160,6 +160,20 @@ def test_opens_all_the_same_when_there_can_be_no_pid_file(start, device):
     device.mkdir(PID_FILE)
     for app in start(), start(wait="mapped"):
         assert app.stdout.encode() == GREETING + b"open file error\n"
+
+
+def test_started_without_standard_files_it_prints_into_nothing_else(start, device, desktop):
+    without = ["/bin/sh", "-c", 'exec "$0" <&- >&- 2>&-', str(device.program)]
+    first = device.start(without, desktop.environment)
+    wait_for(lambda: desktop.windows(pid=first.program_pid), "its window")
+    assert [os.readlink(f"/proc/{first.program_pid}/fd/{number}") for number in range(3)] \
+        == ["/dev/null"] * 3
+    second = device.start(without, desktop.environment)
+    second.wait(LIMIT)
+    assert second.program_status == 0
+    assert pid_file(device) == b"%d\n" % first.program_pid
+    first.kill()
+    first.wait()
 
 
 @pytest.mark.parametrize("manager", [None])
