@@ -1,5 +1,6 @@
 #include "pages/quote_guard.h"
 
+#include <cstring>
 #include <string_view>
 
 #include "text/heap_text.h"
@@ -7,17 +8,22 @@
 
 namespace {
 
-// What the guard knows of its entry. Typing and pasting over a selection first delete it and then
-// insert: when the insertion is refused, what was deleted in the same turn of the main loop is
-// brought back.
+// What the user has done to an entry in one turn of the main loop. Typing and pasting over a
+// selection first delete it and then insert; when the insertion is refused, the deletion is taken
+// back.
+struct Turn {
+  HeapText deleted;                            // not yet replaced by an insertion
+  gint deleted_at = 0, caret = 0, anchor = 0;  // characters, before the deletion
+  gint active = -1;                            // the combo box's row, likewise
+  bool refused = false;
+  void (*when_settled)() = nullptr;
+};
+
 struct Guard {
-  std::string filled;                           // what the program has filled in last
-  bool filling = false;                         // it is doing so now
-  bool refused = false;                         // an insertion was refused in this turn
-  HeapText deleted;                             // last in this turn
-  gint deleted_at = 0;                          // characters
-  gint selection_start = 0, selection_end = 0;  // characters, as they were before the deletion
-  guint end_of_turn = 0;                        // the idle source that settles the turn, or 0
+  std::string filled;    // what the program has filled in last
+  bool filling = false;  // it is doing so now
+  Turn turn;
+  guint end_of_turn = 0;  // the idle source that settles the turn, or 0
 };
 
 constexpr char kGuardKey[] = "quote-guard";
@@ -27,11 +33,22 @@ Guard *GuardOf(gpointer entry) {
 }
 
 void FreeGuard(gpointer data) {
-  auto *guard = static_cast<Guard *>(data);
-  if (guard->end_of_turn != 0) {
-    g_source_remove(guard->end_of_turn);
+  delete static_cast<Guard *>(data);
+}
+
+// Nothing is settled any more.
+void OnDestroyed(GtkEntry *entry) {
+  Guard &guard = *GuardOf(entry);
+  if (guard.end_of_turn != 0) {
+    g_source_remove(guard.end_of_turn);
+    guard.end_of_turn = 0;
   }
-  delete guard;
+}
+
+// The combo box around the entry, or null.
+GtkComboBox *ComboAround(gpointer entry) {
+  GtkWidget *parent = gtk_widget_get_parent(GTK_WIDGET(entry));
+  return GTK_IS_COMBO_BOX(parent) ? GTK_COMBO_BOX(parent) : nullptr;
 }
 
 bool CannotBeStored(const gchar *text, gint length) {
@@ -42,29 +59,46 @@ bool CannotBeStored(const gchar *text, gint length) {
 }
 
 // A combo box puts the text of the row that becomes active into its emptied entry: that text is the
-// program's, not the user's. Typing leaves no row active.
-bool ComesFromActiveRow(GtkWidget *entry) {
-  GtkWidget *combo = gtk_widget_get_parent(entry);
-  return GTK_IS_COMBO_BOX(combo) && gtk_combo_box_get_active(GTK_COMBO_BOX(combo)) >= 0 &&
-         gtk_entry_get_text_length(GTK_ENTRY(entry)) == 0;
+// program's, not the user's.
+bool ComesFromActiveRow(GtkEntry *entry, const gchar *text) {
+  GtkComboBox *combo = ComboAround(entry);
+  GtkTreeIter row;
+  if (combo == nullptr || gtk_entry_get_text_length(entry) != 0 ||
+      gtk_combo_box_get_active_iter(combo, &row) == FALSE) {
+    return false;
+  }
+  gchar *row_text = nullptr;
+  gtk_tree_model_get(gtk_combo_box_get_model(combo), &row,
+                     gtk_combo_box_get_entry_text_column(combo), &row_text, -1);
+  const HeapText owner = HeapText::Adopt(row_text);
+  return std::strcmp(text, owner.OrEmpty()) == 0;
 }
 
 void BringBackDeleted(GtkEditable *entry, Guard &guard) {
-  gint position = guard.deleted_at;
+  const Turn &turn = guard.turn;
   guard.filling = true;
-  gtk_editable_insert_text(entry, guard.deleted.Get(), -1, &position);
+  if (turn.active >= 0) {
+    gtk_combo_box_set_active(ComboAround(entry), turn.active);
+  } else {
+    gint position = turn.deleted_at;
+    gtk_editable_insert_text(entry, turn.deleted.Get(), -1, &position);
+  }
   guard.filling = false;
-  gtk_editable_select_region(entry, guard.selection_start, guard.selection_end);
+  gtk_editable_select_region(entry, turn.anchor, turn.caret);
 }
 
 gboolean OnEndOfTurn(gpointer entry) {
   Guard &guard = *GuardOf(entry);
-  guard.end_of_turn = 0;
-  if (guard.refused && guard.deleted) {
+  const bool is_taken_back = guard.turn.refused && guard.turn.deleted;
+  if (is_taken_back) {
     BringBackDeleted(GTK_EDITABLE(entry), guard);
   }
-  guard.refused = false;
-  guard.deleted.Reset();
+  const auto when_settled = is_taken_back ? nullptr : guard.turn.when_settled;
+  guard.turn = Turn();
+  guard.end_of_turn = 0;
+  if (when_settled != nullptr) {
+    when_settled();
+  }
   return FALSE;
 }
 
@@ -77,23 +111,32 @@ void SettleAtEndOfTurn(gpointer entry, Guard &guard) {
 
 void OnDeleteText(GtkEditable *entry, gint start, gint end, gpointer) {
   Guard &guard = *GuardOf(entry);
-  if (guard.filling) {
+  if (guard.filling || gtk_entry_get_text_length(GTK_ENTRY(entry)) == 0) {
     return;
   }
-  guard.deleted = HeapText::Adopt(gtk_editable_get_chars(entry, start, end));
-  guard.deleted_at = start;
-  gtk_editable_get_selection_bounds(entry, &guard.selection_start, &guard.selection_end);
+  Turn &turn = guard.turn;
+  turn.deleted = HeapText::Adopt(gtk_editable_get_chars(entry, start, end));
+  turn.deleted_at = start;
+  turn.caret = gtk_editable_get_position(entry);
+  gint first = 0;
+  gint last = 0;
+  gtk_editable_get_selection_bounds(entry, &first, &last);
+  turn.anchor = turn.caret == first ? last : first;
+  GtkComboBox *combo = ComboAround(entry);
+  turn.active = combo != nullptr ? gtk_combo_box_get_active(combo) : -1;
   SettleAtEndOfTurn(entry, guard);
 }
 
 void OnInsertText(GtkEditable *entry, const gchar *text, gint length, gint *, gpointer) {
   Guard &guard = *GuardOf(entry);
-  if (guard.filling || !CannotBeStored(text, length) || ComesFromActiveRow(GTK_WIDGET(entry))) {
+  if (guard.filling || !CannotBeStored(text, length) ||
+      ComesFromActiveRow(GTK_ENTRY(entry), text)) {
+    guard.turn.deleted.Reset();
     return;
   }
   g_signal_stop_emission_by_name(entry, "insert-text");
   gtk_widget_error_bell(GTK_WIDGET(entry));
-  guard.refused = true;
+  guard.turn.refused = true;
   SettleAtEndOfTurn(entry, guard);
 }
 
@@ -101,6 +144,7 @@ void OnInsertText(GtkEditable *entry, const gchar *text, gint length, gint *, gp
 
 void GuardEntry(GtkEntry *entry) {
   g_object_set_data_full(G_OBJECT(entry), kGuardKey, new Guard, FreeGuard);
+  g_signal_connect(entry, "destroy", G_CALLBACK(OnDestroyed), nullptr);
   g_signal_connect(entry, "delete-text", G_CALLBACK(OnDeleteText), nullptr);
   g_signal_connect(entry, "insert-text", G_CALLBACK(OnInsertText), nullptr);
 }
@@ -117,4 +161,13 @@ std::string GuardedText(GtkEntry *entry) {
   const std::string &filled = GuardOf(entry)->filled;
   const std::string text = gtk_entry_get_text(entry);
   return text == ShowableBytes(filled.c_str()).OrEmpty() ? filled : text;
+}
+
+void WhenSettled(GtkEntry *entry, void (*handler)()) {
+  Guard &guard = *GuardOf(entry);
+  if (guard.end_of_turn == 0) {
+    handler();
+  } else {
+    guard.turn.when_settled = handler;
+  }
 }

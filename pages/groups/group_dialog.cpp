@@ -59,7 +59,7 @@ void FocusField(GtkWidget *field) {
 }
 
 // A listed group's name brings its value along, even over one that the user has typed.
-void OnNameChanged() {
+void ShowValueOfName() {
   const std::string name = UpperName(TypedName().c_str());
   const std::vector<GroupRow> rows = GroupRows();
   if (name.empty() || rows.empty()) {
@@ -71,6 +71,10 @@ void OnNameChanged() {
   } else if (!value_typed) {
     FillGuardedEntry(GTK_ENTRY(dialog.value_entry), "");
   }
+}
+
+void OnNameChanged() {
+  WhenSettled(GTK_ENTRY(dialog.name_entry), ShowValueOfName);
 }
 
 // A full field refuses every key but those that shorten it: Tab, Enter and the arrows too. A text

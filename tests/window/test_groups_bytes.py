@@ -49,6 +49,14 @@ def test_what_was_typed_into_counts_as_shown(app, device):
     assert saved(app, device) == os.fsdecode(b'\xffB\xe4="') + '\ufffdc\ufffdx";A="1"'
 
 
+def test_a_quote_refused_in_place_of_the_name_keeps_it(app, device):
+    dialog = edit(app, 0)
+    dialog.name.entry.fill("'")
+    assert dialog.texts == ("\ufffdB\ufffd", "\ufffdc\ufffd")
+    dialog.accept()
+    assert saved(app, device) == STORED
+
+
 def test_a_picked_name_is_found_in_the_list(app, device):
     dialog = add(app)
     dialog.name.pick_with_keys("\ufffdB\ufffd")

@@ -22,6 +22,14 @@ def pasted(app, entry, text):
     app.wait_for(lambda: entry.text == text, f"{text!r} to be pasted")
 
 
+def paste_at_end(app, entry, text):
+    """Whatever was pasted before has arrived then."""
+    app.key("End")
+    app.set_clipboard(text)
+    app.key("ctrl+v")
+    app.wait_for(lambda: entry.text.endswith(text), f"{text!r} to be pasted")
+
+
 # --- the value that comes with the name ---
 
 @pytest.mark.parametrize("name, value", [
@@ -240,11 +248,56 @@ def test_a_paste_that_cannot_be_stored_is_refused_whole(start, device, field, te
     entry = dialog.name.entry if field == "name" else dialog.value
     paste(app, entry, text)
     entry.take_focus()
-    app.key("End")
-    app.set_clipboard("new")  # arrives after what was pasted before
-    app.key("ctrl+v")
-    app.wait_for(lambda: entry.text.endswith("new"), "the second paste")
+    paste_at_end(app, entry, "new")
     assert entry.text == "oldnew"
+
+
+@pytest.mark.parametrize("text", ["a'b", "a\nb"])
+def test_such_a_paste_over_a_picked_name_is_refused_too(start, device, text):
+    app = open_groups(start, device, STORED)
+    dialog = add(app)
+    dialog.name.pick_with_mouse("P1")
+    paste(app, dialog.name.entry, text)
+    paste_at_end(app, dialog.name.entry, "new")
+    assert dialog.name.entry.text == "P1new"
+
+
+def test_a_single_quote_cannot_be_typed_into_an_edited_empty_name(start, device):
+    app = open_groups(start, device, '="x"')
+    dialog = edit(app, 0)
+    dialog.name.entry.fill("'")
+    assert dialog.texts == ("", "x")
+
+
+@pytest.mark.parametrize("keys", [["ctrl+a"], ["Home", "Insert"], ["End", "shift+Left"]],
+                         ids=["all", "overwriting", "the last"])
+@pytest.mark.parametrize("value", ["", "new"], ids=["", "value typed"])
+def test_a_refused_quote_over_a_name_leaves_all_as_it_was(start, device, keys, value):
+    app = open_groups(start, device, 'P="p";P1="lab"')
+    dialog = add(app).fill("p1").fill(value=value or None)
+    dialog.name.entry.take_focus()
+    for key in keys:
+        app.key(key)
+    selection, caret = dialog.name.entry.selection, dialog.name.entry.caret
+    app.type("'")
+    assert dialog.texts == ("p1", value or "lab")
+    assert (dialog.name.entry.selection, dialog.name.entry.caret) == (selection, caret)
+    app.type("x")
+    assert dialog.name.entry.text != "p1"
+
+
+def test_a_name_is_looked_up_when_its_new_letter_stands_in_the_place_of_the_old(start, device):
+    """Not in between, when it is another group's for a moment."""
+    app = open_groups(start, device, 'P="p";P2="two"')
+    dialog = add(app).fill("p1", "typed")
+    dialog.name.entry.take_focus()
+    app.key("End")
+    app.key("shift+Left")
+    app.type("3")
+    assert dialog.texts == ("p3", "typed")
+    app.key("shift+Left")
+    app.type("2")
+    assert dialog.texts == ("p2", "two")
 
 
 def test_a_command_in_a_value_never_runs(start, device):
@@ -265,5 +318,9 @@ def test_stored_single_quotes_are_shown_and_keep_changes_from_being_saved(start,
     dialog = add(app)
     dialog.name.pick_with_mouse("O'NEIL")
     assert dialog.texts == ("O'NEIL", "it's")
+    dialog.name.entry.take_focus()
+    paste_at_end(app, dialog.name.entry, "O'NEIL")
+    paste_at_end(app, dialog.name.entry, "x")
+    assert dialog.name.entry.text == "O'NEILx"
     dialog.cancel()
     assert saved(app, device) == stored
