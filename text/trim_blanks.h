@@ -8,5 +8,5 @@
 // empty. Any encoding in which byte 32 is always a blank.
 void TrimBlanks(char *text);
 
-// The same, of a copy.
+// The same, of a copy; `text` is not null.
 std::string TrimmedBlanks(const char *text);

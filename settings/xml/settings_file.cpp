@@ -125,11 +125,12 @@ void StoreText(SimpleXMLElement *element, char *text) {
   }
 }
 
-// Makes `text` the whole content of a file, which is closed on every way out. The space is reserved
-// before it is mapped: storing into a hole of a full disk would end the program with a signal.
+// Makes `text` the whole content of an empty file, which is closed on every way out. The space is
+// reserved first, which on a full disk leaves the file empty: storing into a hole there, and on
+// some file systems reading it too, would end the program with a signal.
 bool WriteAndClose(int file, const char *text, size_t length) {
   const off_t file_length = static_cast<off_t>(length);
-  if (ftruncate(file, file_length) != 0 || posix_fallocate(file, 0, file_length) != 0) {
+  if (posix_fallocate(file, 0, file_length) != 0 || ftruncate(file, file_length) != 0) {
     close(file);
     return false;
   }
@@ -160,7 +161,8 @@ bool WriteDocument() {
 }  // namespace
 
 int EnsureSettingsFile(const char *path) {
-  if (path == nullptr || path[0] != '/' || !MakeDirectories(path)) {
+  const bool names_a_file = path != nullptr && path[0] == '/' && path[strlen(path) - 1] != '/';
+  if (!names_a_file || !MakeDirectories(path)) {
     return -1;
   }
   const int file = open(path, O_RDWR | O_CLOEXEC);

@@ -9,13 +9,15 @@
 
 // Creates the directories that are missing on an absolute path and, if the file does not exist, the
 // file with the default settings. 0 when the file is there, with its content left alone if it was
-// before; -1 on any failure, which leaves what was created so far.
+// before; -1 on any failure, which leaves what was created so far, and for a path that ends with
+// "/" and so names no file.
 int EnsureSettingsFile(const char *path);
 
 // Reads the file into the document and keeps the path for saving. 0, or -1 when the file cannot be
-// opened for reading and writing, is empty, or is too large to be mapped or counted in 31 bits: the
-// document loaded before stays then. A file that is no XML gives 0, and no document. The document
-// loaded before is released.
+// opened for reading and writing, is empty, or is too large to be mapped or counted in 31 bits, or
+// when the system fails while it is looked at: the document loaded before stays then. A file that
+// is no XML gives 0, and no document. The document loaded before is released. (Should the system
+// refuse to give the file's memory back, the result is -1 and the new document is there.)
 int LoadSettingsFile(const char *path);
 
 // The first text of the element at a path of names separated by "/", with its entities decoded.
@@ -29,7 +31,7 @@ const char *SimpleXmlParserGet(const char *path);
 
 // Sets the first text of the element at a path; `value`, plain text from malloc() that is taken
 // over whatever becomes of it, is stored with its entities encoded. Nothing happens without a
-// value, or when there is no such element.
+// value, or when there is no such element. Where memory runs out, it is stored as it is.
 //
 // Kept on purpose: an element without any node gets its first text, but one that holds attributes
 // or elements and no text is left as it is.
@@ -37,6 +39,7 @@ void SimpleXmlParserSet(const char *path, char *value);
 
 // With 1, writes the document back, formatted, to the file that was loaded last; the file must
 // still be there. With 1 or any other flag, the document is then released, which succeeds without
-// one too. 0, or -1 when writing failed, with the document still held. Without a document, or with
-// one that has no element, the file is not touched then; a later failure leaves it cut short.
+// one too. 0, or -1 when writing failed, with the document still held. Without a document, with
+// one that has no element, or when the file cannot be opened, it is not touched then; a later
+// failure can leave it empty or with anything less than the document in it.
 int SaveSettingsFile(int save_flag);

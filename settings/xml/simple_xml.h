@@ -7,7 +7,8 @@
 // none and everything else stops the program.
 //
 // Texts are bytes; no charset is assumed beyond ASCII for the markup. Entities are neither decoded
-// nor encoded here: a text or a value is kept as it was written, a quoted value with its quotes.
+// nor encoded here: a text or a value is kept as it was written, a quoted value with its quotes. A
+// NUL is an ordinary byte to the parser, and ends the text, name or value that it is copied into.
 //
 // An argument that only a programming error can get wrong stops the program with a message that
 // names it. Bad XML never does: it is an error code.

@@ -42,6 +42,7 @@ bool ParseAttribute(SimpleXML *xml, SimpleXMLElement *element, const Token &name
     return Refuse(xml, value, kSimpleXMLMisplacedToken);
   }
   attribute->value = Copy(xml, value);
+  REQUIRE(attribute->value != nullptr, "memory");
   return true;
 }
 

@@ -80,6 +80,7 @@ Token TokenAt(SimpleXML *xml, int32_t begin) {
 void SimpleFindNonWhiteSpace(SimpleXML *in_xml) {
   REQUIRE(in_xml != nullptr, "inXML");
   REQUIRE(in_xml->xml != nullptr, "inXML->xml");
+  REQUIRE(in_xml->position >= 0, "inXML->position");
   while (IsWhiteSpace(ByteAt(in_xml, in_xml->position))) {
     ++in_xml->position;
   }
@@ -88,6 +89,7 @@ void SimpleFindNonWhiteSpace(SimpleXML *in_xml) {
 int32_t SimpleFindEndOfText(const SimpleXML *in_xml, int32_t begin) {
   REQUIRE(in_xml != nullptr, "inXML");
   REQUIRE(in_xml->xml != nullptr, "inXML->xml");
+  REQUIRE(begin >= 0, "begin");
   int32_t end = in_xml->position;
   while (end > begin && IsWhiteSpace(ByteAt(in_xml, end - 1))) {
     --end;

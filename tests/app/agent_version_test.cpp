@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "tests/support/no_descriptors_left.h"
+#include "tests/support/descriptors.h"
 #include "tests/support/scoped_env.h"
 
 namespace {

@@ -14,7 +14,7 @@
 #include <string>
 #include <thread>
 
-#include "tests/support/no_descriptors_left.h"
+#include "tests/support/descriptors.h"
 #include "tests/support/refuse_call.h"
 #include "tests/support/temp_dir.h"
 
@@ -42,14 +42,6 @@ Output RunAndRead(const char *format, Arguments... arguments) {
     std::fclose(stream);
   }
   return output;
-}
-
-int CountDescriptors() {
-  int count = 0;
-  for (int descriptor = 0; descriptor < 256; ++descriptor) {
-    count += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
-  }
-  return count;
 }
 
 // Runs `body` in a child of its own, whose descriptors and limits it may spoil; its exit code.

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/descriptors.h"
 #include "tests/support/fake_regmux.h"
-#include "tests/support/no_descriptors_left.h"
 
 namespace {
 

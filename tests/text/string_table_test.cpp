@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "tests/support/no_descriptors_left.h"
+#include "tests/support/descriptors.h"
 #include "tests/support/temp_dir.h"
 
 namespace {
@@ -13,7 +13,10 @@ namespace {
 // What a file of that content says for a section and key, "(english)" when it says nothing.
 class StringTableTest : public testing::Test {
  protected:
-  ~StringTableTest() override { ProcessStringTable() = StringTable(); }
+  ~StringTableTest() override {
+    ProcessStringTable() = StringTable();
+    EXPECT_EQ(CountDescriptors(), descriptors_before_);
+  }
 
   bool Parse(std::string_view content) {
     return ParsePropFile(ProcessStringTable(), directory_.Write("table.prop", content));
@@ -27,6 +30,7 @@ class StringTableTest : public testing::Test {
     return Lookup(section, key);
   }
 
+  const int descriptors_before_ = CountDescriptors();
   TempDir directory_;
 };
 
@@ -40,6 +44,11 @@ TEST_F(StringTableTest, SectionsAndKeysAreCaseSensitive) {
   ASSERT_TRUE(Parse("[Message]\nk=text\n"));
   EXPECT_EQ(Lookup("message", "k"), "(english)");
   EXPECT_EQ(Lookup("Message", "K"), "(english)");
+}
+
+TEST_F(StringTableTest, SectionsAndKeysAreComparedWhole) {
+  EXPECT_EQ(Value("[Message2]\nk=1\n[Mess]\nk=2\n[Message]\nk2=3\nk=text\n"), "text");
+  EXPECT_EQ(Lookup("Message2", "k2"), "(english)");
 }
 
 TEST_F(StringTableTest, TheFirstOfTwoEqualKeysWins) {
@@ -184,6 +193,10 @@ TEST_F(StringTableTest, StaysEmptyWhenTheLocaleToolCannotBeStarted) {
   EXPECT_EQ(Lookup("General", "Button_OK"), "(english)");
 }
 
+TEST_F(StringTableTest, LeavesNothingOpenOfTheLocaleTool) {
+  LoadStringTable();
+}
+
 TEST(LocaleNameFromLine, IsWhatStandsBetweenTheQuotes) {
   EXPECT_EQ(LocaleNameFromLine("LC_CTYPE=\"zh_CN.UTF-8\"\n"), "zh_CN.UTF-8");
   EXPECT_EQ(LocaleNameFromLine("LC_CTYPE=\"a\"b\"\n"), "a\"b");
@@ -233,6 +246,12 @@ TEST_F(LocaleFiles, AnotherCharsetFallsToThePlainNameNotToEnglish) {
   Install("zh_CN");
   EXPECT_EQ(LoadedFor("zh_CN.GB18030"), "zh_CN");
   EXPECT_EQ(LoadedFor("zh_CN.utf-8"), "zh_CN");
+}
+
+TEST_F(LocaleFiles, OnlyTheLastDotBeginsTheCharset) {
+  Install("en_US");
+  Install("x.UTF-8");
+  EXPECT_EQ(LoadedFor("x.UTF-8.GB18030"), "x.UTF-8");
 }
 
 TEST_F(LocaleFiles, WithoutADotThereIsNoFallback) {

@@ -14,6 +14,8 @@
 #include <vector>
 
 #include "settings/xml/settings_file.h"
+#include "tests/settings/xml/is_mapped.h"
+#include "tests/support/descriptors.h"
 #include "tests/support/refuse_call.h"
 #include "tests/support/temp_dir.h"
 
@@ -33,7 +35,7 @@ std::ostream &operator<<(std::ostream &stream, const Fault &fault) {
 
 // The result of an operation on a thread whose system fails as told; other threads see none of it.
 template <typename Operation>
-int WithFault(const Fault &fault, Operation operation) {
+int OnAThreadWithFault(const Fault &fault, Operation operation) {
   int result = 0;
   std::thread([&] {
     RefuseCall(fault.call, fault.error, fault.arguments);
@@ -60,6 +62,18 @@ const Fault kCloseFails = {"close", SCMP_SYS(close), EIO, {}};
 class FaultTest : public testing::TestWithParam<Fault> {
  protected:
   ~FaultTest() override { SaveSettingsFile(0); }
+
+  // What the operation opened and mapped is given back, but for what the system would not take.
+  template <typename Operation>
+  int WithFault(const Fault &fault, Operation operation) {
+    const int before = CountDescriptors();
+    const int result = OnAThreadWithFault(fault, operation);
+    if (fault.call != SCMP_SYS(close)) {
+      EXPECT_EQ(CountDescriptors(), before);
+    }
+    EXPECT_EQ(IsMapped(path_), fault.call == SCMP_SYS(munmap));
+    return result;
+  }
 
   TempDir directory_;
   std::string path_ = directory_.Write("settings.xml", kSource);
@@ -88,9 +102,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Fault{"munmap", SCMP_SYS(munmap), EINVAL, {Is(1, sizeof kSaved - 1)}}),
     testing::PrintToStringParamName());
 
-TEST_F(FaultTest, AFailureAfterOpeningLeavesTheFileCutShort) {
+TEST_F(FaultTest, WithoutSpaceTheFileIsLeftEmpty) {
   ASSERT_EQ(LoadSettingsFile(path_.c_str()), 0);
-  const Fault fault = {"ftruncate", SCMP_SYS(ftruncate), EIO, {}};
+  const Fault fault = {"fallocate", SCMP_SYS(fallocate), ENOSPC, {}};
   EXPECT_EQ(WithFault(fault, [] { return SaveSettingsFile(1); }), -1);
   EXPECT_EQ(directory_.Read("settings.xml"), "");
 }

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr char kPath[] = "/mnt/settings.xml";
+constexpr char kFiller[] = "/mnt/filler";
 
 class FullDisk : public testing::Test {
  protected:
@@ -22,10 +23,10 @@ class FullDisk : public testing::Test {
   ~FullDisk() override {
     SaveSettingsFile(0);
     std::remove(kPath);
-    std::remove("/mnt/filler");
+    std::remove(kFiller);
   }
 
-  static void FillTheDisk() { std::ofstream("/mnt/filler") << std::string(8192, 'x'); }
+  static void FillTheDisk() { std::ofstream(kFiller) << std::string(8192, 'x'); }
 };
 
 TEST_F(FullDisk, ADocumentThatDoesNotFitGivesMinusOneAndNoSignal) {
@@ -34,6 +35,9 @@ TEST_F(FullDisk, ADocumentThatDoesNotFitGivesMinusOneAndNoSignal) {
   SimpleXmlParserSet("/Agent/PreAssignGroups", strdup(std::string(20000, 'x').c_str()));
   EXPECT_EQ(SaveSettingsFile(1), -1);
   EXPECT_STREQ(SimpleXmlParserGet("/Agent/LogLevel"), "2");
+  FillTheDisk();
+  EXPECT_EQ(LoadSettingsFile(kPath), -1) << "there is nothing in it, not even a hole";
+  std::remove(kFiller);
   SimpleXmlParserSet("/Agent/PreAssignGroups", strdup("fits"));
   EXPECT_EQ(SaveSettingsFile(1), 0);
 }

@@ -1,6 +1,7 @@
 #include "settings/xml/settings_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +11,8 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/settings/xml/is_mapped.h"
+#include "tests/support/descriptors.h"
 #include "tests/support/temp_dir.h"
 
 namespace {
@@ -27,7 +30,11 @@ constexpr char kDefaultDocument[] =
 
 class SettingsFile : public testing::Test {
  protected:
-  ~SettingsFile() override { SaveSettingsFile(0); }
+  ~SettingsFile() override {
+    SaveSettingsFile(0);
+    EXPECT_EQ(CountDescriptors(), descriptors_before_);
+    EXPECT_FALSE(IsMapped(directory_.Path()));
+  }
 
   // Makes `content` the file and loads it.
   int Load(std::string_view content) {
@@ -43,6 +50,7 @@ class SettingsFile : public testing::Test {
 
   static void Set(const char *path, const char *value) { SimpleXmlParserSet(path, strdup(value)); }
 
+  const int descriptors_before_ = CountDescriptors();
   TempDir directory_;
 };
 
@@ -77,14 +85,35 @@ TEST_F(Ensure, CreatesTheMissingDirectories) {
 }
 
 TEST_F(Ensure, CreatesForEverybodyButWhatTheMaskTakesAway) {
-  const mode_t old_mask = umask(0027);
-  EXPECT_EQ(EnsureSettingsFile(directory_.Path("one/settings.xml").c_str()), 0);
-  umask(old_mask);
-  struct stat status;
-  ASSERT_EQ(stat(directory_.Path("one").c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777U, 0750U);
-  ASSERT_EQ(stat(directory_.Path("one/settings.xml").c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777U, 0640U);
+  for (const mode_t mask : {0027U, 0U}) {
+    const std::string directory = directory_.Path(std::to_string(mask));
+    const std::string file = directory + "/settings.xml";
+    const mode_t old_mask = umask(mask);
+    EXPECT_EQ(EnsureSettingsFile(file.c_str()), 0);
+    umask(old_mask);
+    struct stat status;
+    ASSERT_EQ(stat(directory.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0777U & ~mask);
+    ASSERT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0666U & ~mask);
+  }
+}
+
+TEST_F(Ensure, RefusesAPathThatNamesNoFile) {
+  EXPECT_EQ(EnsureSettingsFile(directory_.Path("one/").c_str()), -1);
+  EXPECT_TRUE(std::filesystem::is_empty(directory_.Path()));
+  EXPECT_EQ(EnsureSettingsFile("/"), -1);
+}
+
+// What fits is there, and the next load takes it as far as it goes.
+TEST_F(Ensure, IsContentWithAFileThatIsCutShort) {
+  rlimit unlimited;
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
+  const rlimit limited = {100, unlimited.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
+  EXPECT_EQ(EnsureSettingsFile(directory_.Path("settings.xml").c_str()), 0);
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &unlimited), 0);
+  EXPECT_EQ(Content(), std::string(kDefaultDocument).substr(0, 100));
 }
 
 TEST_F(Ensure, TakesPathsLongerThan256Bytes) {

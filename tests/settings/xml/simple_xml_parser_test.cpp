@@ -94,7 +94,18 @@ TEST(Parser, AQuestionMarkAloneLeavesAnEmptyNameOrValue) {
 TEST(Parser, AnElementThatIsNoInstructionKeepsItsQuestionMark) {
   EXPECT_EQ(Parsed("<a x?></a>"), "{a{@x?}}");
   EXPECT_EQ(Parsed("<a x=1?></a>"), "{a{@x=1?}}");
+}
+
+TEST(Parser, AnInstructionsOwnNameKeepsItsQuestionMark) {
   EXPECT_EQ(Parsed("<?p?></p?>"), "{?p?{}}");
+}
+
+TEST(Parser, TakesEveryByteThatIsNoMarkup) {
+  EXPECT_EQ(Parsed("<a\xff>\xff\x01\x80</a\xff>"), "{a\xff{[\xff\x01\x80]}}");
+}
+
+TEST(Parser, ANulEndsTheTextsThatItIsPartOf) {
+  EXPECT_EQ(Parsed(std::string("<a b\0c=d\0e>f\0g</a>h", 20)), "{a{@b=d [f]} [h]}");
 }
 
 TEST(Parser, AnEndTagClosesTheElementsInsideItsOwn) {

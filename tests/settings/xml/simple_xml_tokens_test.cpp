@@ -109,4 +109,13 @@ TEST(ScannerDeathTest, NamesWhatIsMissing) {
   EXPECT_DEATH(SimpleFindEndOfText(nullptr, 0), "inXML");
 }
 
+TEST(ScannerDeathTest, NamesAPlaceBeforeTheText) {
+  SimpleXML xml{};
+  xml.xml = "text";
+  xml.length = 4;
+  EXPECT_DEATH(SimpleFindEndOfText(&xml, -1), "begin");
+  xml.position = -1;
+  EXPECT_DEATH(SimpleFindNonWhiteSpace(&xml), "inXML->position");
+}
+
 }  // namespace

@@ -1,10 +1,20 @@
-// While one lives, the process can open nothing: no file, no pipe.
+// The process's open files, counted and denied.
 #pragma once
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
+inline int CountDescriptors() {
+  int count = 0;
+  for (int descriptor = 0; descriptor < 256; ++descriptor) {
+    count += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
+  }
+  return count;
+}
+
+// While one lives, the process can open nothing: no file, no pipe.
 class NoDescriptorsLeft {
  public:
   NoDescriptorsLeft() {
