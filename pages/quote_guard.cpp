@@ -102,7 +102,7 @@ gboolean OnEndOfTurn(gpointer entry) {
   return FALSE;
 }
 
-// Before any further event: no key press, and no timer, sees the entry without its selection.
+// Before any further event: no key press sees the entry without its selection.
 void SettleAtEndOfTurn(gpointer entry, Guard &guard) {
   if (guard.end_of_turn == 0) {
     guard.end_of_turn = g_idle_add_full(G_PRIORITY_HIGH, OnEndOfTurn, entry, nullptr);

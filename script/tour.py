@@ -4,8 +4,6 @@ import os
 import pathlib
 import sys
 
-from Xlib import display, error
-
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 sys.path[:0] = [str(ROOT), str(ROOT / "tests" / "window")]
 from device.simdevice import SimDevice  # noqa: E402
@@ -30,6 +28,7 @@ def options():
 
 
 def display_is_usable():
+    from Xlib import display, error
     try:
         display.Display().close()
         return True

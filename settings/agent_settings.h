@@ -18,8 +18,8 @@ enum Setting {
   kSettingCount
 };
 
-// A text for each setting, null when absent. Bytes exactly as the registry gives them; what a
-// widget puts in is UTF-8.
+// A text for each setting, null when absent. Bytes exactly as the registry gives them; what the
+// user has typed is UTF-8.
 using SettingTexts = std::array<HeapText, kSettingCount>;
 
 // The working copy that the pages show and change. Whoever replaces a text frees the old one, which

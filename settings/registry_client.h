@@ -1,8 +1,8 @@
 // The platform's registry, reached only through its command-line client `regmux`.
 //
 // Keys are slash-separated paths. Keys and values go through Latin-1 in both directions, so every
-// byte but NUL comes back unchanged, UTF-8 included; a QString that holds characters above U+00FF
-// by itself reaches the registry with question marks in their place.
+// byte but NUL and those of line ends comes back unchanged, UTF-8 included; a QString that holds
+// characters above U+00FF by itself reaches the registry with question marks in their place.
 //
 // The command lines put keys and values between single quotes and escape nothing: callers never
 // pass a key or value that holds a single quote. Every operation blocks until its command has
@@ -18,8 +18,7 @@
 struct RegistryEntry {
   enum Kind { kOther = -1, kKey = 0, kDir = 1, kValue = 2 };
   Kind kind = kOther;
-  QString
-      text;  // what follows the word and one more byte, without CR and LF at its end; else empty
+  QString text;  // behind the word and one more byte, without CR and LF at its end; else empty
 };
 
 // Reads what the client printed to its end: one entry for each line, whatever it holds.

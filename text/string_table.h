@@ -58,6 +58,6 @@ HeapText LookupText(const char *section, const char *key, const char *english);
 void TrimSpace(char *text);
 
 // Turns the escapes \" \' \\ \n \r \t into the characters they stand for, in place. The text keeps
-// its length: after k escapes its last k characters stand once more behind the converted text.
-// Tables in the field are written with that in mind, so it must stay.
+// its length: after k escapes its last k characters stand once more behind the converted text. Kept
+// on purpose: the rule for translators, to write no escapes, rests on it.
 void UnescapeText(char *text);

@@ -7,7 +7,7 @@
 // charset.
 HeapText ToUtf8(const char *text);
 
-// LookupText, then ToUtf8: how every visible text of the program is made, right before it is shown.
+// LookupText, then ToUtf8: how every text of the string table is made, right before it is shown.
 // Never null: a text that has no UTF-8 form in this locale is empty.
 HeapText ShownText(const char *english, const char *key, const char *section);
 

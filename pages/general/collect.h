@@ -14,7 +14,7 @@ HeapText ReadComboValue(GtkWidget *combo, GtkListStore *store, ComboKind kind);
 
 // Makes settings 1 to 5 what the page shows. Returns 0, or 1 when a value was refused: the user has
 // been told, the settings after it are as they were, and it is itself the wrong text when it is a
-// gateway, absent when it is a duration.
+// gateway, absent when it is a duration. 1 too when the page was destroyed under a message.
 int CollectGeneralSettings();
 
 // While one of these lives, the refresh leaves the setting alone: what OK has collected is what it

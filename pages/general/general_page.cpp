@@ -160,7 +160,7 @@ void BuildGeneralPage(const char *agent_version) {
   GtkWidget *settings = AddFrame();
   GtkWidget *labels = AddColumn(settings, 10);
   GtkWidget *fields = AddColumn(settings, 5);
-  AddFields(fields);
+  AddFields(fields);  // first: each label is tied to its field
   AddLabels(labels);
   gtk_widget_show(general_page.box);
 }

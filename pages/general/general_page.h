@@ -4,8 +4,8 @@
 #include <gtk/gtk.h>
 
 // Builds the page, once, after the settings and the string table were loaded. The version
-// (bytes; null: none is known) is shown as it stands, its line end included; the text stays the
-// caller's.
+// (bytes; null: none is known) is shown with its line end, and with a replacement for what is no
+// UTF-8; the text stays the caller's.
 void BuildGeneralPage(const char *agent_version);
 
 // The built page, for whoever puts it into the notebook and thereby owns it.

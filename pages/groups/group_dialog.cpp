@@ -161,7 +161,7 @@ void AddContent() {
                      TRUE, 0);
   GtkWidget *labels = AddColumn(box);
   GtkWidget *fields = AddColumn(box);
-  AddNameCombo(fields);
+  AddNameCombo(fields);  // the fields first: each label is tied to its own
   AddValueEntry(fields);
   AddLabel(labels, dialog.name_combo, ShownText("Group Name", "Label_GroupName", "Dialog_Group"));
   AddLabel(labels, dialog.value_entry, ShownText("Value", "Label_Value", "Dialog_Group"));

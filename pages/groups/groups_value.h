@@ -26,7 +26,7 @@ constexpr char kManualGroup[] = "Manual Group";
 constexpr std::size_t kMaxNameBytes = 50;
 
 // The rows of a stored text (not null), in its order. An entry whose name begins with "MG" is the
-// manual group, whatever follows: agents have stored "MG1" and the like. What stands right after an
+// manual group, whatever follows, as in "MG1". What stands right after an
 // entry's first equals sign and at its end is taken for the quotes, so quotes and equals signs
 // inside a value survive. Skipped are empty entries, those without an equals sign, and those too
 // short for the quotes.
