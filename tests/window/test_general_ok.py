@@ -128,7 +128,7 @@ def test_ok_saves_nothing_when_the_window_goes_under_its_message(start, device):
     app = start(fatal_warnings=False)
     app.button("OK").click()
     message = app.message()
-    app.x_window().destroy()
+    app.destroy_window()
     message.close()
     assert app.wait_exit() == 0
     assert app.stderr.count(" **: ") == app.stderr.count("unexpectedly destroyed") == 1

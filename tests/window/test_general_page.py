@@ -52,7 +52,7 @@ def test_stands_below_one_another_in_two_columns(start):
         x, _, width, _ = app.label(label).box
         assert x + width <= fields[0].box[0]
     frame, = (node for node in app.active.find(Role.PANEL) if node.name == "Settings")
-    assert frame.box[2] >= 400 and frame.box[3] >= 250
+    assert frame.box[2] == 400 and frame.box[3] >= 250
 
 
 def test_without_an_agent_there_is_no_version(start, device):

@@ -1,6 +1,7 @@
 """Typed intervals and delays: what Enter and Tab make of them, what is refused, where the focus
 goes, and when a full entry speaks up."""
 import pytest
+from gi.repository import Atspi
 from general import (DELAY_EMPTY, DELAY_FORMAT, DELAY_LENGTH, DELAY_RANGE, DELAYS, INTERVAL_EMPTY,
                      INTERVAL_FORMAT, INTERVAL_LENGTH, INTERVAL_RANGE, INTERVALS, expect_message,
                      expect_row)
@@ -235,6 +236,18 @@ def test_pasting_is_cut_at_fifty_characters(start, label):
     app.wait_for(lambda: app.entry(label).text == "12" * 25, "the pasted text")
 
 
+@BOTH
+def test_the_message_of_a_full_entry_gives_the_focus_back(start, label):
+    """Wherever an assistive tool has moved it meanwhile."""
+    app = start()
+    app.entry(label).fill("9" * 50)
+    app.key("x")
+    message = app.message()
+    Atspi.Component.grab_focus(app.window().button("Cancel").accessible)
+    Atspi.Action.do_action(message.button("Close").accessible, 0)
+    app.wait_for(lambda: app.focused() == ("entry", label), "the focus on the entry")
+
+
 def test_the_window_can_be_closed_on_a_refused_text(start):
     app = start()
     app.entry("Pull Interval").fill("abc")
@@ -250,7 +263,7 @@ def test_the_window_may_go_while_a_message_is_open(start, label, text, key):
     app.entry(label).fill(text)
     app.key(key)
     message = app.message()
-    app.x_window().destroy()
+    app.destroy_window()
     message.close()
     assert app.wait_exit() == 0
     assert app.stderr.count(" **: ") == app.stderr.count("unexpectedly destroyed") == 1
@@ -262,7 +275,7 @@ def test_a_message_may_be_destroyed_from_outside(start):
     app.entry("Pull Interval").fill("abc")
     app.key("Return")
     message = app.message()
-    app.x_windows()[-1].destroy()
+    app.destroy_window(title="")
     app.wait_gone(message)
     app.entry("Pull Interval").fill("30")
     app.key("Return")

@@ -223,12 +223,12 @@ def test_the_page_goes_on_when_its_dialog_is_destroyed_from_outside(start, devic
     """The toolkit warns of it, and of nothing else."""
     app = open_groups(start, device, 'A="1"', fatal_warnings=False)
     dialog = add(app).fill("A", "x")
-    app.x_window(ADD).destroy()
+    app.destroy_window(ADD)
     app.wait_gone(dialog.window)
     dialog = add(app).fill("A", "x")
     dialog.ok()
     message = app.message()
-    app.x_window(ADD).destroy()
+    app.destroy_window(ADD)
     message.close()
     assert rows(app) == [("A", "1")]
     add_group(app, "B", "2")
@@ -245,7 +245,7 @@ def test_a_dialog_outlives_the_window(start, device, open_dialog):
     app = open_groups(start, device, 'A="1"', fatal_warnings=False)
     dialog = open_dialog(app).fill("B", "2")
     assert app.focused() == ("entry", "Value")
-    app.x_window().destroy()
+    app.destroy_window()
     app.wait_for(lambda: len(app.windows()) == 1, "the window to go")
     app.key("Return")  # would ready the OK button of the window
     dialog.window.button("OK").click()

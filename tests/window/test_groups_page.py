@@ -69,7 +69,9 @@ def test_lists_the_groups_in_their_order(start, device):
 def test_looks_as_it_is_meant_to(start, device):
     app = open_groups(start, device)
     headers = app.table().find(Role.TABLE_COLUMN_HEADER)
-    assert headers[0].box[2] == 135
+    assert headers[0].box[2] == 135 and headers[1].box[2] >= 135
+    frame, = (node for node in app.active.find(Role.PANEL) if node.name == "Static Custom Groups")
+    assert frame.box[2] == 400 and frame.box[3] >= 200
     tops = [app.radio(DHCP).box[1], app.radio(STATIC).box[1],
             *(app.button(name).box[1] for name in ("Add...", "Edit...", "Delete"))]
     assert tops == sorted(tops)

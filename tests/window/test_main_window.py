@@ -1,8 +1,11 @@
 """The main window, and how it comes and goes."""
 import os
+import subprocess
+import time
 
+from harness.accessibility import Role
 from harness.app import TITLE
-from harness.waiting import wait_for
+from harness.waiting import LIMIT, wait_for
 
 
 def test_shows_two_pages_and_two_buttons(start):
@@ -15,6 +18,9 @@ def test_shows_two_pages_and_two_buttons(start):
     right_edge = window.box[0] + window.box[2]
     assert right_edge - (cancel.box[0] + cancel.box[2]) < 40, "the buttons stand to the right"
     assert min(ok.box[2], cancel.box[2]) >= 85 and cancel.box[0] - (ok.box[0] + ok.box[2]) == 10
+    notebook, tab = window.find(Role.PAGE_TAB_LIST)[0], window.find(Role.PAGE_TAB)[0]
+    assert [a - b for a, b in zip(notebook.box, app.x_window().box[:2])] == [10, 10], "the border"
+    assert tab.box[1] - notebook.box[1] < 10, "the tabs are on top"
 
 
 def test_stands_in_the_middle_and_cannot_be_resized(start, desktop):
@@ -27,8 +33,15 @@ def test_stands_in_the_middle_and_cannot_be_resized(start, desktop):
 
 
 def test_has_the_devices_icon(start):
-    icon = start().x_window().read("_NET_WM_ICON")
-    assert list(icon[:2]) == [48, 48] and len(icon) == 2 + 48 * 48
+    """So have its messages."""
+    app = start()
+    app.page("Groups")
+    app.button("Delete").click()
+    app.message()
+    icons = [window.read("_NET_WM_ICON") for window in app.x_windows()]
+    assert len(icons) == 2
+    for icon in icons:
+        assert list(icon[:2]) == [48, 48] and len(icon) == 2 + 48 * 48
 
 
 def test_opens_without_an_icon_file(start, device):
@@ -79,7 +92,13 @@ def test_ends_with_the_toolkits_message_without_an_x_server(start, device):
     app = start(env={"DISPLAY": ":987"}, wait=False, fatal_warnings=False)
     assert app.wait_exit() != 0
     assert "cannot open display: :987" in app.stderr
-    assert device.journal() == []
+    assert device.journal() == [] and device.agent_runs() == []
+
+
+def test_the_toolkit_gets_the_programs_arguments(device, desktop):
+    program = device.start([device.program, "--display=:987"], desktop.environment,
+                           stderr=subprocess.PIPE)
+    assert b"cannot open display: :987" in program.communicate(timeout=LIMIT)[1]
 
 
 def test_reads_the_current_gateway_again_and_again(start, device):
@@ -87,7 +106,10 @@ def test_reads_the_current_gateway_again_and_again(start, device):
     entry = app.entry("Current Gateway")
     device.clear_journal()
     device.registry.set("CurrentGateway", "10.1.1.1")
-    wait_for(lambda: len(device.journal()) >= 2, "two refreshes")
+    wait_for(lambda: len(device.journal()) >= 1, "a refresh")
+    first = time.monotonic()
+    wait_for(lambda: len(device.journal()) >= 2, "another refresh")
+    assert time.monotonic() - first > 1.5, "three seconds later, with room for a slow machine"
     assert {tuple(call.args) for call in device.journal()} \
         == {("get", "root/vexa/agent/CurrentGateway")}
     assert entry.text == "192.168.10.5", "the entry is the user's"

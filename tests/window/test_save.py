@@ -3,7 +3,7 @@ from device_calls import BRANCH, SETTINGS, gets, writes, written
 from gi.repository import Atspi
 from harness.accessibility import Role
 from harness.app import TITLE
-from harness.waiting import wait_for
+from harness.waiting import LIMIT, wait_for
 
 DEFAULTS = {"CurrentGateway": "192.168.10.5", "BackupGateway": "192.168.10.6",
             "Interval_min": "1440", "LogLevel": "0", "DelayScope_min": "10",
@@ -136,10 +136,13 @@ def test_an_empty_registry_is_filled_after_two_messages(start, device):
 
 
 def test_uncommitted_changes_of_others_are_seen_and_committed(start, device):
+    other = device.start([device.client, "set", BRANCH + "Interval_min", "30"])
+    assert other.wait(LIMIT) == 0
     app = start()
+    assert app.combo("Pull Interval").shown == "30 minutes"
     press_ok(app)
     device.restart()
-    assert committed(device) == DEFAULTS
+    assert committed(device) == {**DEFAULTS, "Interval_min": "30"}
 
 
 def test_a_stored_single_quote_is_shown_kept_and_never_run(start, device):

@@ -242,6 +242,12 @@ class App:
         self.desktop.close_window(self.x_window(title))
         self.settled()
 
+    def destroy_window(self, title=TITLE):
+        """Takes the X window with the title from the program, as every program of the X server can;
+        while nothing is being drawn in it, which would be an X error and the program's end."""
+        self.settled()
+        self.x_window(title).destroy()
+
     # --- the window in use, see Window ---
 
     def entry(self, label):

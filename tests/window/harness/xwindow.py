@@ -58,7 +58,7 @@ class XWindow:
         return (origin.x, origin.y, size.width, size.height)
 
     def destroy(self):
-        """Takes it from its program, as every program of the X server can."""
+        """Takes it from its program, see App.destroy_window()."""
         self._window.destroy()
         self._desktop.display.sync()
 
