@@ -140,6 +140,19 @@ void OnInsertText(GtkEditable *entry, const gchar *text, gint length, gint *, gp
   SettleAtEndOfTurn(entry, guard);
 }
 
+// Where the text comes from must learn that the drop has failed: it would delete what it takes to
+// have been moved.
+void OnDragDataReceived(GtkWidget *entry, GdkDragContext *context, gint, gint,
+                        GtkSelectionData *data, guint, guint time, gpointer) {
+  const HeapText text =
+      HeapText::Adopt(reinterpret_cast<char *>(gtk_selection_data_get_text(data)));
+  if (CannotBeStored(text.OrEmpty(), -1)) {
+    g_signal_stop_emission_by_name(entry, "drag-data-received");
+    gtk_widget_error_bell(entry);
+    gtk_drag_finish(context, FALSE, FALSE, time);
+  }
+}
+
 }  // namespace
 
 void GuardEntry(GtkEntry *entry) {
@@ -147,6 +160,7 @@ void GuardEntry(GtkEntry *entry) {
   g_signal_connect(entry, "destroy", G_CALLBACK(OnDestroyed), nullptr);
   g_signal_connect(entry, "delete-text", G_CALLBACK(OnDeleteText), nullptr);
   g_signal_connect(entry, "insert-text", G_CALLBACK(OnInsertText), nullptr);
+  g_signal_connect(entry, "drag-data-received", G_CALLBACK(OnDragDataReceived), nullptr);
 }
 
 void FillGuardedEntry(GtkEntry *entry, const char *bytes) {

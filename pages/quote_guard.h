@@ -11,8 +11,8 @@
 
 // From now on, text that the user types, pastes or drops into `entry` is refused whole, with the
 // error bell, when it holds a single quote, a line feed or a carriage return; a selection that it
-// would have replaced stays. Texts set by the program must come through FillGuardedEntry or, in the
-// entry of a combo box, from the active row.
+// would have replaced stays, and so does a text that a drop would have moved. Texts set by the
+// program must come through FillGuardedEntry or, in the entry of a combo box, from the active row.
 void GuardEntry(GtkEntry *entry);
 
 // Sets the entry's text to any bytes (not null), whatever they hold. What is no UTF-8 in them is

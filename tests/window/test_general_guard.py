@@ -93,6 +93,26 @@ def test_a_paste_with_the_middle_button_is_refused_whole(entry):
     app.wait_for(lambda: sorted(entry.text) == sorted("abcdefits"), "the second paste alone")
 
 
+@pytest.mark.parametrize("label", [LABEL, "Pull Interval"])
+def test_a_refused_drop_leaves_the_text_where_it_was(start, device, label):
+    device.registry.set("BackupGateway", "it's far")
+    device.registry.set("Interval_min", "")
+    app = start()
+    source, target = app.entry(label), app.entry("Current Gateway")
+    if label != LABEL:
+        source.fill("it's far")
+    target.fill("there")
+    source.take_focus()
+    select(source, 0, 4)
+    app.drag(source.point(2), target.point(5))
+    source.take_focus()
+    select(source, 5, 8)
+    app.drag(source.point(6), target.point(5))
+    app.wait_for(lambda: "far" in target.text and "far" not in source.text, "the second drop")
+    assert sorted(target.text) == sorted("therefar")
+    assert source.text == "it's "
+
+
 @pytest.mark.parametrize("label", ["Current Gateway", "Backup Gateway"])
 def test_both_entries_are_guarded(start, label):
     app = start()

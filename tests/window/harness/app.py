@@ -298,6 +298,23 @@ class App:
         if settle:
             self.settled()
 
+    def drag(self, start, end):
+        """Drags what is selected at one point of the screen to another and drops it there, to be
+        moved and not copied."""
+        self.ready_for_input()
+        x, y = end
+        self._move_pointer(*start)
+        self.desktop.hold_button()
+        self._move_pointer(x - 1, y)  # the drag begins, and can be told what it is
+        with self.desktop.keyboard.holding("shift"):
+            self._move_pointer(x, y)
+            self.desktop.release_button()
+            self.settled()
+
+    def _move_pointer(self, x, y):
+        self.desktop.move_pointer(x, y)
+        self.settled()
+
     def middle_click(self, node):
         """Pastes the primary selection."""
         node.click(button=2)

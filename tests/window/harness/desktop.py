@@ -186,6 +186,14 @@ class Desktop:
         self.display.sync()
         self.settle_manager()
 
+    def hold_button(self, button=1):
+        xtest.fake_input(self.display, X.ButtonPress, button)
+        self.display.sync()
+
+    def release_button(self, button=1):
+        xtest.fake_input(self.display, X.ButtonRelease, button)
+        self.display.sync()
+
     def set_clipboard(self, text):
         """Makes the text what the clipboard and the primary selection hold."""
         for selection in ("CLIPBOARD", "PRIMARY"):

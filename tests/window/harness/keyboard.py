@@ -1,4 +1,6 @@
 """Keys through XTEST, for every Unicode character."""
+import contextlib
+
 from Xlib import X, XK
 from Xlib.ext import xtest
 
@@ -38,6 +40,16 @@ class Keyboard:
         symbol = keysym(name) if len(name) == 1 else XK.string_to_keysym(name)
         held = [self._keys[XK.string_to_keysym(MODIFIERS[modifier])][0] for modifier in modifiers]
         self._send(self._keys[symbol], held)
+
+    @contextlib.contextmanager
+    def holding(self, modifier):
+        """Keeps a modifier pressed: "ctrl", "shift" or "alt"."""
+        code = self._keys[XK.string_to_keysym(MODIFIERS[modifier])][0]
+        xtest.fake_input(self._display, X.KeyPress, code)
+        self._display.sync()
+        yield
+        xtest.fake_input(self._display, X.KeyRelease, code)
+        self._display.sync()
 
     def type(self, text, settle):
         """Types the text; settle() must see to it that the program has taken the keys so far."""

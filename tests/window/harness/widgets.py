@@ -24,6 +24,12 @@ class Entry(Node):
         part = Atspi.Text.get_selection(self.accessible, 0)
         return (part.start_offset, part.end_offset)
 
+    def point(self, offset):
+        """The middle of a character on the screen, the last one's for what lies behind it."""
+        box = Atspi.Text.get_character_extents(self.accessible, min(offset, len(self.text) - 1),
+                                               Atspi.CoordType.SCREEN)
+        return box.x + box.width // 2, box.y + box.height // 2
+
     def select_all(self):
         """Takes the focus and selects the whole text, without a key press. The selected text
         becomes the primary selection, as always."""
