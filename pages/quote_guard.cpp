@@ -112,7 +112,7 @@ void SettleAtEndOfTurn(gpointer entry, Guard &guard) {
 void OnDeleteText(GtkEditable *entry, gint start, gint end, gpointer) {
   Guard &guard = *GuardOf(entry);
   if (guard.filling || gtk_entry_get_text_length(GTK_ENTRY(entry)) == 0) {
-    return;
+    return;  // setting a text empties the entry first, even an empty one
   }
   Turn &turn = guard.turn;
   turn.deleted = HeapText::Adopt(gtk_editable_get_chars(entry, start, end));
@@ -129,8 +129,10 @@ void OnDeleteText(GtkEditable *entry, gint start, gint end, gpointer) {
 
 void OnInsertText(GtkEditable *entry, const gchar *text, gint length, gint *, gpointer) {
   Guard &guard = *GuardOf(entry);
-  if (guard.filling || !CannotBeStored(text, length) ||
-      ComesFromActiveRow(GTK_ENTRY(entry), text)) {
+  if (guard.filling) {
+    return;
+  }
+  if (!CannotBeStored(text, length) || ComesFromActiveRow(GTK_ENTRY(entry), text)) {
     guard.turn.deleted.Reset();
     return;
   }
