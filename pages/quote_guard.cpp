@@ -102,7 +102,8 @@ gboolean OnEndOfTurn(gpointer entry) {
   return FALSE;
 }
 
-// Before any further event: no key press sees the entry without its selection.
+// Before the main loop looks for further events: no key press to come sees the entry without its
+// selection.
 void SettleAtEndOfTurn(gpointer entry, Guard &guard) {
   if (guard.end_of_turn == 0) {
     guard.end_of_turn = g_idle_add_full(G_PRIORITY_HIGH, OnEndOfTurn, entry, nullptr);
@@ -115,6 +116,7 @@ void OnDeleteText(GtkEditable *entry, gint start, gint end, gpointer) {
     return;  // setting a text empties the entry first, even an empty one
   }
   Turn &turn = guard.turn;
+  turn.refused = false;  // what was refused before did not need this room
   turn.deleted = HeapText::Adopt(gtk_editable_get_chars(entry, start, end));
   turn.deleted_at = start;
   turn.caret = gtk_editable_get_position(entry);
@@ -127,7 +129,8 @@ void OnDeleteText(GtkEditable *entry, gint start, gint end, gpointer) {
   SettleAtEndOfTurn(entry, guard);
 }
 
-void OnInsertText(GtkEditable *entry, const gchar *text, gint length, gint *, gpointer) {
+void OnInsertText(GtkEditable *entry, const gchar *text, gint length, const gint *position,
+                  gpointer) {
   Guard &guard = *GuardOf(entry);
   if (guard.filling) {
     return;
@@ -138,6 +141,9 @@ void OnInsertText(GtkEditable *entry, const gchar *text, gint length, gint *, gp
   }
   g_signal_stop_emission_by_name(entry, "insert-text");
   gtk_widget_error_bell(GTK_WIDGET(entry));
+  if (*position != guard.turn.deleted_at) {
+    guard.turn.deleted.Reset();  // deleted by itself, not to make room
+  }
   guard.turn.refused = true;
   SettleAtEndOfTurn(entry, guard);
 }
@@ -168,6 +174,7 @@ void GuardEntry(GtkEntry *entry) {
 void FillGuardedEntry(GtkEntry *entry, const char *bytes) {
   Guard &guard = *GuardOf(entry);
   guard.filled = bytes;
+  guard.turn.deleted.Reset();
   guard.filling = true;
   gtk_entry_set_text(entry, ShowableBytes(bytes).OrEmpty());
   guard.filling = false;

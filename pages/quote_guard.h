@@ -12,7 +12,8 @@
 // From now on, text that the user types, pastes or drops into `entry` is refused whole, with the
 // error bell, when it holds a single quote, a line feed or a carriage return; a selection that it
 // would have replaced stays, and so does a text that a drop would have moved. Texts set by the
-// program must come through FillGuardedEntry or, in the entry of a combo box, from the active row.
+// program must come through FillGuardedEntry or, in the entry of a combo box, from the active row,
+// whose own text may take its own place.
 void GuardEntry(GtkEntry *entry);
 
 // Sets the entry's text to any bytes (not null), whatever they hold. What is no UTF-8 in them is
@@ -23,8 +24,8 @@ void FillGuardedEntry(GtkEntry *entry, const char *bytes);
 // UTF-8.
 std::string GuardedText(GtkEntry *entry);
 
-// For what follows from a change of the entry. Calls the handler at once, or, when the user has
-// just deleted something there, at the end of this turn of the main loop: a refused insertion in
-// its place takes the deletion back, and then the handler is not called at all. Not called either
-// when the entry is destroyed before.
+// For what follows from a change of the entry. Calls the handler at once, or, when something has
+// just been deleted there, at the end of this turn of the main loop: a refused insertion in its
+// place takes the deletion back, and then the handler is not called at all. Not called either when
+// the entry is destroyed before.
 void WhenSettled(GtkEntry *entry, void (*handler)());

@@ -126,8 +126,8 @@ void StoreText(SimpleXMLElement *element, char *text) {
 }
 
 // Makes `text` the whole content of an empty file, which is closed on every way out. The space is
-// reserved first, which on a full disk leaves the file empty: storing into a hole there, and on
-// some file systems reading it too, would end the program with a signal.
+// reserved first, so that a full disk leaves no hole: storing into one, and on some file systems
+// reading it too, would end the program with a signal.
 bool WriteAndClose(int file, const char *text, size_t length) {
   const off_t file_length = static_cast<off_t>(length);
   if (posix_fallocate(file, 0, file_length) != 0 || ftruncate(file, file_length) != 0) {
