@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <thread>
 
+#include "app/standard_descriptors.h"
+
 extern "C" void __gcov_dump();  // libgcov's; its header is for C alone
 
 namespace {
@@ -32,8 +34,10 @@ void OnTerminate(int) {
   }
 }
 
-// Before main. The thread takes no signals: they are the program's.
+// Before main, and not on descriptors on which the program prints. The thread takes no signals:
+// they are the program's.
 const bool watching = [] {
+  OpenStandardDescriptors();
   sigset_t all;
   sigset_t before;
   sigfillset(&all);
