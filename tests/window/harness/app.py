@@ -4,6 +4,7 @@ import gettext
 import pathlib
 import platform
 import re
+import signal
 import subprocess
 import tempfile
 
@@ -243,10 +244,16 @@ class App:
         self.settled()
 
     def destroy_window(self, title=TITLE):
-        """Takes the X window with the title from the program, as every program of the X server can;
-        while nothing is being drawn in it, which would be an X error and the program's end."""
+        """Takes the X window with the title from the program, as every program of the X server can.
+        The program is at rest and stopped meanwhile: to draw in a window that is gone is an X error
+        and its end."""
         self.settled()
+        self.process.send_signal(signal.SIGSTOP)
+        status = pathlib.Path(f"/proc/{self.pid}/status")
+        wait_for(lambda: "State:\tT" in status.read_text(), "the program to stop")
         self.x_window(title).destroy()
+        self.desktop.settle_manager()
+        self.process.send_signal(signal.SIGCONT)
 
     # --- the window in use, see Window ---
 
