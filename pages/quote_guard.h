@@ -25,7 +25,7 @@ void FillGuardedEntry(GtkEntry *entry, const char *bytes);
 std::string GuardedText(GtkEntry *entry);
 
 // For what follows from a change of the entry. Calls the handler at once, or, when something has
-// just been deleted there, at the end of this turn of the main loop: a refused insertion in its
-// place takes the deletion back, and then the handler is not called at all. Not called either when
-// the entry is destroyed before.
+// just been deleted or refused there, at the end of this turn of the main loop: a refused insertion
+// in its place takes the deletion back, and then the handler is not called at all. Not called
+// either when the entry is destroyed before.
 void WhenSettled(GtkEntry *entry, void (*handler)());

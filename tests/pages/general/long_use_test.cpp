@@ -7,12 +7,11 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "pages/general/collect.h"
 #include "settings/agent_settings.h"
+#include "tests/support/descriptors.h"
 #include "tests/support/fake_regmux.h"
 
 namespace {
@@ -23,10 +22,6 @@ constexpr long kResidentBound = 32L * 1024;
 int Rounds() {
   const char *rounds = std::getenv("KORV_ROUNDS");
   return rounds ? std::atoi(rounds) : 50;
-}
-
-long OpenDescriptors() {
-  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }
 
 long ResidentBytes() {
@@ -53,15 +48,15 @@ void Refresh(int times) {
 TEST(LongUseTest, RefreshesLeaveNoMemoryAndNoDescriptorBehind) {
   const FakeRegmux client("echo 'value gateway.example'");
   Refresh(kWarmUp);
-  const long descriptors = OpenDescriptors();
+  const int descriptors = CountDescriptors();
   const long resident = ResidentBytes();
   const long heap = HeapBytes();
 
   Refresh(Rounds());
   const long heap_growth = HeapBytes() - heap;
   const long resident_growth = ResidentBytes() - resident;
-  const long descriptor_growth = OpenDescriptors() - descriptors;
-  std::printf("%d refreshes: %+ld bytes of heap, %+ld bytes resident, %+ld descriptors\n", Rounds(),
+  const int descriptor_growth = CountDescriptors() - descriptors;
+  std::printf("%d refreshes: %+ld bytes of heap, %+ld bytes resident, %+d descriptors\n", Rounds(),
               heap_growth, resident_growth, descriptor_growth);
   EXPECT_EQ(heap_growth, 0);
   EXPECT_LE(resident_growth, kResidentBound);
