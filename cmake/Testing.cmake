@@ -1,7 +1,8 @@
-# korv_unit_test(NAME SOURCES... LIBS...): a GoogleTest program, one CTest test.
-# korv_window_test(FILE): a pytest file that drives the real program, one CTest test.
+# korv_unit_test(SUBJECT_test SOURCES... LIBS...): a GoogleTest program, one CTest test.
+# korv_pytest(GROUP FILE [ENVIRONMENT...] [PROPERTIES...]): a pytest file, one CTest test.
 #
-# Test names begin with the build's name, so that one CTest run can cover several build trees.
+# A test is named BUILD/GROUP/SUBJECT. The build's name comes first, so that one CTest run can cover
+# several build trees.
 find_package(GTest REQUIRED)
 find_program(KORV_PYTHON NAMES python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)  # has pyatspi
 get_filename_component(KORV_BUILD_NAME ${PROJECT_BINARY_DIR} NAME)
@@ -10,23 +11,30 @@ set(KORV_TEST_ENVIRONMENT
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
     "UBSAN_OPTIONS=print_stacktrace=1")
 
+# Sets `test` to the name of the CTest test of SUBJECT_test or SUBJECT_test.py.
+function(korv_test_name test group file)
+  string(REGEX REPLACE "_test(\\.py)?$" "" subject ${file})
+  set(${test} ${KORV_BUILD_NAME}/${group}/${subject} PARENT_SCOPE)
+endfunction()
+
 function(korv_unit_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+  korv_test_name(test unit ${name})
   add_executable(${name} ${arg_SOURCES}
     $<$<BOOL:${KORV_COVERAGE}>:${PROJECT_SOURCE_DIR}/tests/coverage/write_counters_of_children.cpp>)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gmock GTest::gtest_main)
-  add_test(NAME ${KORV_BUILD_NAME}/unit/${name} COMMAND ${name} --gtest_brief=1)
-  set_tests_properties(${KORV_BUILD_NAME}/unit/${name} PROPERTIES
-                       TIMEOUT 120 ENVIRONMENT "${KORV_TEST_ENVIRONMENT}")
+  add_test(NAME ${test} COMMAND ${name} --gtest_brief=1)
+  set_tests_properties(${test} PROPERTIES TIMEOUT 120 ENVIRONMENT "${KORV_TEST_ENVIRONMENT}")
 endfunction()
 
-function(korv_window_test file)
-  get_filename_component(name ${file} NAME_WE)
-  add_test(NAME ${KORV_BUILD_NAME}/window/${name}
+function(korv_pytest group file)
+  cmake_parse_arguments(arg "" "" "ENVIRONMENT;PROPERTIES" ${ARGN})
+  korv_test_name(test ${group} ${file})
+  add_test(NAME ${test}
            COMMAND ${KORV_PYTHON} -m pytest -q -p no:cacheprovider --durations=3
                    ${CMAKE_CURRENT_SOURCE_DIR}/${file})
-  set_tests_properties(${KORV_BUILD_NAME}/window/${name} PROPERTIES
-    TIMEOUT 600
-    ENVIRONMENT "KORV_BUILD_DIR=${PROJECT_BINARY_DIR};PYTHONDONTWRITEBYTECODE=1;${KORV_TEST_ENVIRONMENT}")
+  set_tests_properties(${test} PROPERTIES
+    TIMEOUT 600 ${arg_PROPERTIES}
+    ENVIRONMENT "KORV_BUILD_DIR=${PROJECT_BINARY_DIR};PYTHONDONTWRITEBYTECODE=1;${KORV_TEST_ENVIRONMENT};${arg_ENVIRONMENT}")
 endfunction()

@@ -12,22 +12,12 @@ foreach(catching platform_test platform_other_data_test)
   target_compile_options(${catching} PRIVATE -fexceptions)
 endforeach()
 
-# A pytest file that needs no window, one CTest test.
-function(korv_python_unit_test file)
-  get_filename_component(name ${file} NAME_WE)
-  add_test(NAME ${KORV_BUILD_NAME}/unit/${name}
-           COMMAND ${KORV_PYTHON} -m pytest -q -p no:cacheprovider
-                   ${CMAKE_CURRENT_SOURCE_DIR}/${file})
-  set_tests_properties(${KORV_BUILD_NAME}/unit/${name} PROPERTIES
-    TIMEOUT 120
-    ENVIRONMENT "PYTHONDONTWRITEBYTECODE=1;KORV_SOURCE_DIR=${PROJECT_SOURCE_DIR};${ARGN};${KORV_TEST_ENVIRONMENT}")
-endfunction()
-
-korv_python_unit_test(product_data_test.py)
+korv_pytest(unit product_data_test.py ENVIRONMENT KORV_SOURCE_DIR=${PROJECT_SOURCE_DIR})
 
 korv_unit_test(single_instance_test
                SOURCES single_instance_test.cpp LIBS single_instance test_support)
 
 add_executable(raise_window_driver raise_window_driver.cpp)
 target_link_libraries(raise_window_driver PRIVATE raise_window PkgConfig::X11)
-korv_python_unit_test(raise_window_test.py KORV_RAISE_DRIVER=$<TARGET_FILE:raise_window_driver>)
+korv_pytest(unit raise_window_test.py
+            ENVIRONMENT KORV_RAISE_DRIVER=$<TARGET_FILE:raise_window_driver>)

@@ -5,7 +5,7 @@ import pytest
 from device_calls import written
 from harness.desktop import Desktop
 from harness.waiting import wait_for
-from test_save import DEFAULTS, committed, writes
+from save_test import DEFAULTS, committed, writes
 
 CHANGED = {**DEFAULTS, "BackupGateway": "10.0.0.2"}
 

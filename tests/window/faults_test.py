@@ -3,7 +3,7 @@ import signal
 
 import pytest
 from device_calls import written
-from test_save import DEFAULTS, committed, press_ok, writes
+from save_test import DEFAULTS, committed, press_ok, writes
 
 CHANGED = {**DEFAULTS, "CurrentGateway": "10.9.8.7"}
 CHANGING = ("create", "set", "commit")

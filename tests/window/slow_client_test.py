@@ -2,7 +2,7 @@
 from device_calls import gets, written, writes
 from harness.app import TITLE
 from harness.waiting import LIMIT, wait_for
-from test_save import DEFAULTS, committed
+from save_test import DEFAULTS, committed
 
 SECONDS = 2
 CALLS = {"start": 7, "OK": 15, "refresh": 1}
