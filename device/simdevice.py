@@ -30,6 +30,7 @@ from pathlib import Path
 
 _HERE = Path(__file__).resolve().parent
 _BRANCH = "root/vexa/agent/"
+_TABLES = "/etc/vexaagent/i18n/configui"
 
 # Where the device has the machine's whole tree, for links to its files. Short, because a file
 # system keeps a long link in a block of its own, and a device has hundreds.
@@ -261,6 +262,15 @@ class SimDevice:
         new.chmod(mode)
         new.replace(host)
 
+    def write_table(self, locale, content):
+        """Puts a string table on the device; `locale` is its name without the ending."""
+        self.write(f"{_TABLES}/{locale}.prop", content)
+
+    def install_languages(self):
+        """Puts the string tables of the shipped languages on the device."""
+        for table in (self.build_dir / "translations/configui").iterdir():
+            self.write_table(table.stem, table.read_bytes())
+
     def mkdir(self, path):
         self.host_path(path).mkdir(parents=True, exist_ok=True)
 
@@ -354,7 +364,7 @@ class SimDevice:
         self.bin.mkdir(parents=True)
         for directory in self._shared:
             self._link_machine(directory)
-        for directory in ("/etc/regmux", "/etc/vexaagent/i18n/configui", "/usr/share/pixmaps"):
+        for directory in ("/etc/regmux", _TABLES, "/usr/share/pixmaps"):
             self.mkdir(directory)
 
     def _link_machine(self, directory):

@@ -36,12 +36,6 @@ def display_is_usable():
         return False
 
 
-def install_tables(device):
-    """Puts the shipped languages on the device."""
-    for table in (device.build_dir / "translations" / "configui").glob("*.prop"):
-        device.write(f"/etc/vexaagent/i18n/configui/{table.name}", table.read_bytes())
-
-
 def environment(device, locale):
     """This process's own; in another locale if asked for, which the machine need not have."""
     variables = dict(os.environ)
@@ -108,7 +102,7 @@ def tell_changes(before, after):
 def main():
     chosen = options()
     with SimDevice(chosen.build, chosen.device) as device:
-        install_tables(device)
+        device.install_languages()
         before = device.registry.committed()
         if chosen.tour or not display_is_usable():
             take_tour(device, chosen.locale, chosen.screenshots)

@@ -8,12 +8,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "app/product_data.h"
+#include "tests/support/temp_dir.h"
 
 namespace {
 
@@ -300,22 +300,16 @@ TEST(SystemInfoTest, ProductEditionAndVersionDecide) {
 // The two files, in a directory of the test's own; a file that was not written is missing.
 class PlatformFilesTest : public testing::Test {
  protected:
-  PlatformFilesTest() {
-    std::string name = testing::TempDir() + "platform-XXXXXX";
-    directory_ = mkdtemp(name.data());
-  }
-  ~PlatformFilesTest() override { std::filesystem::remove_all(directory_); }
-
   void Write(const char *name, const std::string &content) const {
-    std::ofstream(directory_ / name, std::ios::binary) << content;
+    directory_.Write(name, content);
   }
 
   PlatformRecord Identify() const {
-    return IdentifyPlatformFrom((directory_ / "systeminfo").c_str(),
-                                (directory_ / "imageid").c_str());
+    return IdentifyPlatformFrom(directory_.Path("systeminfo").c_str(),
+                                directory_.Path("imageid").c_str());
   }
 
-  std::filesystem::path directory_;
+  TempDir directory_;
 };
 
 TEST_F(PlatformFilesTest, TheSystemInformationComesFirst) {
@@ -349,7 +343,7 @@ TEST_F(PlatformFilesTest, SystemInformationThatDecidesNothingLeavesNoTrace) {
 }
 
 TEST_F(PlatformFilesTest, ADirectoryInPlaceOfTheSystemInformationDecidesNothing) {
-  std::filesystem::create_directory(directory_ / "systeminfo");
+  directory_.MakeDirectory("systeminfo");
   Write("imageid", LongModelId(FamilyOfRow(4), "000", "00"));
   EXPECT_EQ(PlatformCode(Identify()), 6);
 }
@@ -360,8 +354,8 @@ TEST_F(PlatformFilesTest, AMissingOrShortImageIdIsInvalid) {
     Write("imageid", content);
     EXPECT_THROW(Identify(), ImageIDException) << content;
   }
-  std::filesystem::remove(directory_ / "imageid");
-  std::filesystem::create_directory(directory_ / "imageid");
+  std::filesystem::remove(directory_.Path("imageid"));
+  directory_.MakeDirectory("imageid");
   EXPECT_THROW(Identify(), ImageIDException);
 }
 

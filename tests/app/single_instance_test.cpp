@@ -20,12 +20,12 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "tests/support/refuse_call.h"
+#include "tests/support/temp_dir.h"
 
 namespace {
 
@@ -107,17 +107,7 @@ class Instance {
 
 class SingleInstanceTest : public testing::Test {
  protected:
-  SingleInstanceTest() {
-    std::string name = testing::TempDir() + "single-instance-XXXXXX";
-    directory_ = mkdtemp(name.data());
-    pid_file_ = directory_ / "program.pid";
-  }
-  ~SingleInstanceTest() override { std::filesystem::remove_all(directory_); }
-
-  [[nodiscard]] std::string Content() const {
-    std::ifstream file(pid_file_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  [[nodiscard]] std::string Content() const { return directory_.Read("program.pid"); }
 
   // The lock that would stand in the way of one on the whole file.
   [[nodiscard]] struct flock LockInTheWay() const {
@@ -138,8 +128,8 @@ class SingleInstanceTest : public testing::Test {
     });
   }
 
-  std::filesystem::path directory_;
-  std::filesystem::path pid_file_;
+  TempDir directory_;
+  std::filesystem::path pid_file_ = directory_.Path("program.pid");
 };
 
 std::string PidLine(const Instance &instance) {
@@ -205,7 +195,7 @@ TEST_F(SingleInstanceTest, TheSecondIsToldAndChangesNothing) {
 }
 
 TEST_F(SingleInstanceTest, ALockOnPartOfTheFileIsInTheWayToo) {
-  const Instance holder(directory_ / "unused", [this] {
+  const Instance holder(directory_.Path("unused"), [this] {
     const int file = open(pid_file_.c_str(), O_RDWR | O_CREAT, 0600);
     struct flock far_byte = {};
     far_byte.l_type = F_RDLCK;
@@ -272,7 +262,7 @@ TEST_F(SingleInstanceTest, OfManyAtOnceExactlyOneGetsTheLock) {
 }
 
 TEST_F(SingleInstanceTest, AFileThatCannotBeOpenedIsSaidAndNoLock) {
-  for (const auto &path : {directory_ / "missing" / "program.pid", directory_}) {
+  for (const auto &path : {directory_.Path("missing/program.pid"), directory_.Path()}) {
     const Outcome outcome = Instance(path).Wait();
     EXPECT_FALSE(outcome.held_by_another);
     EXPECT_EQ(outcome.printed, "open file error\n");

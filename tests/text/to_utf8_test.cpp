@@ -2,22 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
-
+#include "tests/support/utf8_locale.h"
 #include "text/string_table.h"
 
 namespace {
 
-// The unit tests know only the locales that every Debian has; other charsets are tried on the
-// window.
-class ToUtf8Test : public testing::Test {
- protected:
-  ToUtf8Test() { std::setlocale(LC_ALL, "C.UTF-8"); }
-  ~ToUtf8Test() override {
-    ProcessStringTable() = StringTable();
-    std::setlocale(LC_ALL, "C");
-  }
-};
+// Other charsets are tried on the window.
+class ToUtf8Test : public Utf8LocaleTest {};
 
 TEST_F(ToUtf8Test, KeepsWhatIsValid) {
   EXPECT_STREQ(ToUtf8("d\xC3\xA9lai").Get(), "d\xC3\xA9lai");

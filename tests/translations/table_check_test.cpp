@@ -5,6 +5,7 @@
 #include <clocale>
 
 #include "tests/support/temp_dir.h"
+#include "tests/support/utf8_locale.h"
 #include "text/string_table.h"
 
 namespace {
@@ -16,16 +17,11 @@ using testing::IsEmpty;
 
 // A small program with two messages, whose translation is good until a test spoils it. The rows of
 // the choice lists are the program's own English ones where the table says nothing else.
-class TableCheckTest : public testing::Test {
+class TableCheckTest : public Utf8LocaleTest {
  protected:
   TableCheckTest() {
-    std::setlocale(LC_ALL, "C.UTF-8");
     english_ = {{"Message", "First", "first"}, {"Message", "Second", "two\rlines"}};
     translation_ = {{"Message", "First", "érste"}, {"Message", "Second", "zwei\rZeilen"}};
-  }
-  ~TableCheckTest() override {
-    ProcessStringTable() = StringTable();
-    std::setlocale(LC_ALL, "C");
   }
 
   std::vector<std::string> FaultsOf(const std::string &table) {

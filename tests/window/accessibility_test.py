@@ -1,10 +1,11 @@
 """The whole program for someone who hears it, and for someone without a mouse."""
 import pytest
 
-from every_window import every_window, start_in
+from every_window import every_window
 from groups import ADD, EDIT, GroupDialog, add, committed, edit, open_groups, rows
 from harness.accessibility import Role, State
 from harness.widgets import Entry
+from languages import start_in
 
 # What these are called is what they hold, which does not say what they are for.
 HOLDERS = {Role.TEXT, Role.COMBO_BOX}
@@ -61,7 +62,7 @@ def test_the_walk_finds_what_has_no_name(node, is_unnamed):
 
 
 def test_whatever_can_have_the_focus_says_what_it_is(start, device):
-    app = start_in("en_US", start, device)
+    app = start_in("en_US.UTF-8", start, device)
     found, shown = {}, []
     for what, window in every_window(app):
         shown.append(what)

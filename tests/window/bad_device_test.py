@@ -3,7 +3,7 @@ import pytest
 from device_calls import SETTINGS, written
 
 FIELDS = ["Current Gateway", "Backup Gateway", "Pull Interval", "Delay Scope"]
-TABLES = "/etc/vexaagent/i18n/configui/"
+TABLE = "/etc/vexaagent/i18n/configui/C.UTF-8.prop"
 
 
 def shown(app):
@@ -104,17 +104,17 @@ def test_each_value_may_be_missing_by_itself(start, device, name):
     assert app.wait_exit() == 0
 
 
-def start_with_tables(start, device, **tables):
-    for name, content in tables.items():
-        device.write(f"{TABLES}{name.replace('_UTF8', '.UTF-8')}.prop", content)
-    return start(locale="C.UTF-8")
+def start_with_tables(start, device, tables):
+    for locale, content in tables.items():
+        device.write_table(locale, content)
+    return start()
 
 
-MARKED = b"[General]\nButton_OK=Marked\n"
+MARKED, WRONG = b"[General]\nButton_OK=Marked\n", b"[General]\nButton_OK=Wrong\n"
 
 
 def test_a_table_for_the_locale(start, device):
-    app = start_with_tables(start, device, C_UTF8=MARKED)
+    app = start_with_tables(start, device, {"C.UTF-8": MARKED})
     assert app.button("Marked").showing and app.button("Cancel").showing
 
 
@@ -123,7 +123,7 @@ def test_a_table_for_the_locale(start, device):
     b"[General\nButton_OK=Marked\n", b"\n\xef\xbb\xbf[General]\nButton_OK=Marked\n",
 ])
 def test_a_useless_table_leaves_the_english_texts(start, device, content):
-    app = start_with_tables(start, device, C_UTF8=content)
+    app = start_with_tables(start, device, {"C.UTF-8": content})
     assert app.button("OK").showing and app.button("Cancel").showing
 
 
@@ -132,35 +132,35 @@ def test_a_useless_table_leaves_the_english_texts(start, device, content):
     b"#" * 1020 + b"\n" + MARKED, b"#" * 1021 + b"\n" + MARKED, b"#" * 1022 + b"\n" + MARKED,
 ])
 def test_an_unusual_table_is_read(start, device, content):
-    assert start_with_tables(start, device, C_UTF8=content).button("Marked").showing
+    assert start_with_tables(start, device, {"C.UTF-8": content}).button("Marked").showing
 
 
 def test_a_table_that_is_a_directory(start, device):
-    device.mkdir(f"{TABLES}C.UTF-8.prop")
+    device.mkdir(TABLE)
     assert start().button("OK").showing
 
 
 def test_a_table_that_cannot_be_read_falls_back(start, device):
     """A link to itself: not even root can open it."""
-    device.host_path(f"{TABLES}C.UTF-8.prop").symlink_to("C.UTF-8.prop")
-    assert start_with_tables(start, device, en_US=MARKED).button("Marked").showing
+    device.host_path(TABLE).symlink_to("C.UTF-8.prop")
+    assert start_with_tables(start, device, {"en_US": MARKED}).button("Marked").showing
 
 
 def test_a_utf8_locale_without_a_table_takes_en_us(start, device):
-    app = start_with_tables(start, device, en_US=MARKED, C=b"[General]\nButton_OK=Wrong\n")
+    app = start_with_tables(start, device, {"en_US": MARKED, "C": WRONG})
     assert app.button("Marked").showing
 
 
 def test_lc_ctype_set_by_itself_leaves_only_the_fallback(start, device):
     """The locale tool prints no quotes then, and such a name opens no file."""
-    device.write(f"{TABLES}C.UTF-8.prop", b"[General]\nButton_OK=Wrong\n")
-    device.write(f"{TABLES}en_US.prop", MARKED)
+    device.write_table("C.UTF-8", WRONG)
+    device.write_table("en_US", MARKED)
     app = start(env={"LC_ALL": None, "LC_CTYPE": "C.UTF-8"})
     assert app.button("Marked").showing
 
 
 def test_no_locale_tool(start, device):
-    device.write(f"{TABLES}en_US.prop", MARKED)
+    device.write_table("en_US", MARKED)
     device.write(device.bin / "locale", "#!/bin/sh\nexit 127\n", 0o755)
     assert start().button("Marked").showing
 
@@ -173,14 +173,15 @@ def test_a_locale_that_is_not_installed(start, device):
 
 
 def test_a_text_that_is_not_of_the_charset_is_empty(start, device):
-    app = start_with_tables(start, device, C_UTF8=b"[General]\nButton_Cancel=\xff\n"
-                                                  b"[Page_General]\nLogLevel_Store_Item1=\xff\n")
+    device.write_table("C.UTF-8", b"[General]\nButton_Cancel=\xff\n"
+                                  b"[Page_General]\nLogLevel_Store_Item1=\xff\n")
+    app = start()
     assert "Cancel" not in app.texts() and app.button("").showing
     assert app.combo("Log Level").shown == "Error(recommended)", "rows fall back to English"
 
 
 def test_a_percent_sign_in_a_message_is_taken_as_a_format(start, device):
-    device.write(f"{TABLES}C.UTF-8.prop", b"[Message]\nMsg_Backup_Gateway_Err=100%%x\n")
+    device.write_table("C.UTF-8", b"[Message]\nMsg_Backup_Gateway_Err=100%%x\n")
     app = start()
     app.entry("Backup Gateway").fill("255.255.255.255")
     app.button("OK").click()

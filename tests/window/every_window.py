@@ -1,29 +1,13 @@
 """All that the program can show, one after another, in any language."""
-from conftest import BUILD
 from harness.accessibility import Role, State
-from tests.translations.written_texts import read_texts
 
-TABLES = BUILD / "translations" / "configui"
-LOCALES = BUILD / "tests" / "translations" / "locales"
 DUPLICATE = 'The group has already existed(notes: "MG = Manual Group"),please retry!'
-
-
-def start_in(language, start, device, **options):
-    """Starts the program in a shipped language ("de_DE"); the App, which has the language's texts
-    by key in `written`."""
-    for table in TABLES.iterdir():
-        device.write(f"/etc/vexaagent/i18n/configui/{table.name}", table.read_bytes())
-    written = {key: text.replace("<br>", "\r") for key, text in read_texts(language).items()}
-    app = start(locale=f"{language}.UTF-8", env={"LOCPATH": str(LOCALES)}, title=written["Title"],
-                **options)
-    app.written = written
-    return app
 
 
 def every_window(app):
     """Yields (what, window) for each page, for the dialog in both its modes and, by its key, for
     each message, while it is open. Real input opens and closes them all; in the end the program
-    has saved and ended."""
+    has saved and ended. The App is one of languages.start_in."""
     yield "General page", app.active
     yield from _refused_durations(app, "Label_Interval", "Msg_PageGeneral_Interval_Err",
                                   {"10081": 2, "x": 3, "1" * 50: 4, "": 1})

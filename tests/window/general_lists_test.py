@@ -127,8 +127,7 @@ def test_an_appended_row_can_be_picked_again(start, device):
 def test_a_row_longer_than_its_entry_is_saved_unchanged(start, device):
     """The entry holds 50 characters; the number that the rest begins with is not the value."""
     word = "é" * 30
-    device.write("/etc/vexaagent/i18n/configui/C.UTF-8.prop",
-                 f"[Page_General]\nTime_Hour = {word}\nTime_Minutes = {word}\n")
+    device.write_table("C.UTF-8", f"[Page_General]\nTime_Hour = {word}\nTime_Minutes = {word}\n")
     device.registry.set("Interval_min", "90")
     app = start()
     assert app.combo("Pull Interval").rows()[-1] == f"1 {word} 30 {word}"
@@ -137,8 +136,7 @@ def test_a_row_longer_than_its_entry_is_saved_unchanged(start, device):
 
 
 def test_a_percent_sign_in_a_unit_word_is_shown_as_it_stands(start, device):
-    device.write("/etc/vexaagent/i18n/configui/C.UTF-8.prop",
-                 "[Page_General]\nTime_Minutes = %n%s min 100%\n")
+    device.write_table("C.UTF-8", "[Page_General]\nTime_Minutes = %n%s min 100%\n")
     device.registry.set("Interval_min", "45")
     device.registry.set("DelayScope_min", "5")
     app = start()

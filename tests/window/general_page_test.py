@@ -1,36 +1,31 @@
 """The General page as it opens: what it shows, in which language, and for whom."""
 import pytest
 from general import saved
-
 from harness.accessibility import Role
+from languages import install_made_up, made_up
 
 FIELDS = {"Current Gateway": "192.168.10.5", "Backup Gateway": "192.168.10.6",
           "Pull Interval": "1 day(recommended)", "Delay Scope": "10 minutes"}
 LABELS = ["Agent Version :", "5.2.1\n", "Settings", "Current Gateway", "Backup Gateway",
           "Pull Interval", "Log Level", "Delay Scope"]
-# Every text of the page and its messages.
-KEYS = {
-    "Page_General": [
-        "Label_AgentVer", "Frame_Settings", "Label_CurrentGW", "Label_BackupGW", "Label_Interval",
-        "Label_Log", "Label_Delay", *(f"PullInterval_Store_Item{n}" for n in range(1, 7)),
-        *(f"LogLevel_Store_Item{n}" for n in range(1, 4)),
-        *(f"DelayScope_Store_Item{n}" for n in range(1, 6)), "Time_Minute", "Time_Minutes",
-        "Time_Hour", "Time_Hours", "Time_Day", "Time_Days"],
-    "Message": [
-        *(f"Msg_PageGeneral_Interval_Err{n}" for n in range(1, 5)),
-        *(f"Msg_PageGeneral_Delay_Err{n}" for n in range(1, 5)), "Msg_Current_Gateway_Err",
-        "Msg_Backup_Gateway_Err"],
-}
+# Every text of the page and its messages, by key.
+PAGE_LABELS = ["Label_AgentVer", "Frame_Settings", "Label_CurrentGW", "Label_BackupGW",
+               "Label_Interval", "Label_Log", "Label_Delay"]
+INTERVAL_ROWS = [f"PullInterval_Store_Item{n}" for n in range(1, 7)]
+LEVEL_ROWS = [f"LogLevel_Store_Item{n}" for n in range(1, 4)]
+DELAY_ROWS = [f"DelayScope_Store_Item{n}" for n in range(1, 6)]
+UNITS = ["Time_Minute", "Time_Minutes", "Time_Hour", "Time_Hours", "Time_Day", "Time_Days"]
+MESSAGES = [*(f"Msg_PageGeneral_Interval_Err{n}" for n in range(1, 5)),
+            *(f"Msg_PageGeneral_Delay_Err{n}" for n in range(1, 5)), "Msg_Current_Gateway_Err",
+            "Msg_Backup_Gateway_Err"]
 
 
-def translated(key):
-    return f"«{key}»"
-
-
-def write_table(device, text=translated, keys=KEYS):
-    lines = [line for section in keys
-             for line in (f"[{section}]", *(f"{key} = {text(key)}" for key in keys[section]))]
-    device.write("/etc/vexaagent/i18n/configui/C.UTF-8.prop", "\n".join(lines) + "\n")
+def start_translated(start, device):
+    """Starts the program with all texts of the page, and no others, in the made-up language."""
+    install_made_up(device, {
+        "Page_General": [*PAGE_LABELS, *INTERVAL_ROWS, *LEVEL_ROWS, *DELAY_ROWS, *UNITS],
+        "Message": MESSAGES})
+    return start()
 
 
 def test_shows_the_version_and_the_settings_in_their_order(start):
@@ -116,57 +111,59 @@ def test_the_wheel_over_a_closed_list_changes_nothing(start, device, label, next
 
 
 def test_a_full_translation_leaves_no_english_on_the_page(start, device):
-    write_table(device)
     device.registry.set("Interval_min", "1501")
     device.registry.set("DelayScope_min", "7")
-    app = start()
-    interval, log_level, delay = (app.combo(translated(key))
-                                  for key in ("Label_Interval", "Label_Log", "Label_Delay"))
-    assert interval.shown == "1 «Time_Day» 1 «Time_Hour» 1 «Time_Minute»"
-    assert delay.shown == "7 «Time_Minutes»"
-    assert interval.rows() == [*map(translated, KEYS["Page_General"][7:13]), interval.shown]
-    assert log_level.rows() == list(map(translated, KEYS["Page_General"][13:16]))
-    assert delay.rows() == [*map(translated, KEYS["Page_General"][16:21]), delay.shown]
-    for key in KEYS["Page_General"][:7]:
-        assert translated(key) in app.texts(), key
+    app = start_translated(start, device)
+    one_of_each = f"1 {made_up('Time_Day')} 1 {made_up('Time_Hour')} 1 {made_up('Time_Minute')}"
+    seven = f"7 {made_up('Time_Minutes')}"
+    interval, level, delay = (app.combo(made_up(label))
+                              for label in ("Label_Interval", "Label_Log", "Label_Delay"))
+    assert (interval.shown, delay.shown) == (one_of_each, seven)
+    assert interval.rows() == [*map(made_up, INTERVAL_ROWS), one_of_each]
+    assert level.rows() == [*map(made_up, LEVEL_ROWS)]
+    assert delay.rows() == [*map(made_up, DELAY_ROWS), seven]
+    assert {*map(made_up, PAGE_LABELS)} <= set(app.texts())
     assert {text for text in app.texts() if "«" not in text} == {
         "Agent Configure Manager", "General", "Groups", "OK", "Cancel", "5.2.1\n", "192.168.10.5",
         "192.168.10.6"}
 
 
 def test_a_full_translation_leaves_no_english_in_the_messages(start, device):
-    write_table(device)
-    app = start()
-    current, backup, interval, delay = (
-        app.entry(translated(f"Label_{name}"))
-        for name in ("CurrentGW", "BackupGW", "Interval", "Delay"))
+    app = start_translated(start, device)
 
-    def expect(key):
+    def is_told(key):
         message = app.message()
-        assert message.text == translated(key)
+        assert message.text == made_up(key)
         message.close()
 
-    for entry, key in ((current, "Msg_Current_Gateway_Err"), (backup, "Msg_Backup_Gateway_Err")):
-        entry.fill("255.255.255.255")
+    def presses_ok_with(gateway, label, told):
+        entry = app.entry(made_up(label))
+        entry.fill(gateway)
         app.button("OK").click()
-        expect(key)
+        is_told(told)
         entry.fill("")
-    for entry, key, empty, number, form, length in (
-            (interval, "Msg_PageGeneral_Interval_Err", 1, 2, 3, 4),
-            (delay, "Msg_PageGeneral_Delay_Err", 2, 3, 4, 1)):
-        for text, fault in (("", empty), ("10081", number), ("abc", form)):
-            entry.fill(text)
-            app.key("Return")
-            expect(f"{key}{fault}")
-        entry.fill("9" * 50)
-        app.key("Left")
-        expect(f"{key}{length}")
+
+    def enters(duration, label, told, key="Return"):
+        app.entry(made_up(label)).fill(duration)
+        app.key(key)
+        is_told(told)
+
+    presses_ok_with("255.255.255.255", "Label_CurrentGW", "Msg_Current_Gateway_Err")
+    presses_ok_with("255.255.255.255", "Label_BackupGW", "Msg_Backup_Gateway_Err")
+    enters("", "Label_Interval", "Msg_PageGeneral_Interval_Err1")
+    enters("10081", "Label_Interval", "Msg_PageGeneral_Interval_Err2")
+    enters("abc", "Label_Interval", "Msg_PageGeneral_Interval_Err3")
+    enters("9" * 50, "Label_Interval", "Msg_PageGeneral_Interval_Err4", key="Left")
+    enters("", "Label_Delay", "Msg_PageGeneral_Delay_Err2")
+    enters("10081", "Label_Delay", "Msg_PageGeneral_Delay_Err3")
+    enters("abc", "Label_Delay", "Msg_PageGeneral_Delay_Err4")
+    enters("9" * 50, "Label_Delay", "Msg_PageGeneral_Delay_Err1", key="Left")
 
 
 def test_a_row_that_cannot_be_shown_is_english_and_keeps_its_value(start, device):
-    device.write("/etc/vexaagent/i18n/configui/C.UTF-8.prop",
-                 b"[Page_General]\nPullInterval_Store_Item2 = 30 \xff\nTime_Hour = \xff\n"
-                 b"LogLevel_Store_Item2 = \xff\nDelayScope_Store_Item3 = \xff\n")
+    device.write_table("C.UTF-8", b"[Page_General]\nPullInterval_Store_Item2 = 30 \xff\n"
+                                  b"Time_Hour = \xff\n"
+                                  b"LogLevel_Store_Item2 = \xff\nDelayScope_Store_Item3 = \xff\n")
     device.registry.set("Interval_min", "30")
     device.registry.set("LogLevel", "1")
     app = start()

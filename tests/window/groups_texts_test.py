@@ -2,6 +2,7 @@
 import pytest
 
 from groups import DUPLICATE, open_groups
+from languages import install_made_up, made_up
 
 KEYS = {
     "Page_Groups": ["Radio_DHCPGroups", "Radio_StaticGroups", "Frame_StaticGroups",
@@ -14,30 +15,23 @@ KEYS = {
 }
 
 
-def translated(section, key):
-    return f"\u00fc {section} {key}".replace("_", " ")  # column titles take it for a mnemonic
-
-
 @pytest.fixture
 def app(start, device):
-    table = "".join(f"[{section}]\n" + "".join(f"{key}={translated(section, key)}\n"
-                                               for key in keys) for section, keys in KEYS.items())
-    device.write("/etc/vexaagent/i18n/configui/C.UTF-8.prop", table)
+    install_made_up(device, KEYS)
     return open_groups(start, device, 'P1="lab"')
 
 
 def button(app, key):
-    return app.button(translated("Page_Groups", key))
+    return app.button(made_up(key))
 
 
 def test_the_page_is_translated(app):
     for key in ("Radio_DHCPGroups", "Radio_StaticGroups"):
-        assert app.radio(translated("Page_Groups", key)).showing
+        assert app.radio(made_up(key)).showing
     for key in ("Button_Add", "Button_Edit", "Button_Delete"):
         assert button(app, key).showing
-    assert app.label(translated("Page_Groups", "Frame_StaticGroups")).showing
-    assert app.table().columns == [translated("Page_Groups", key)
-                                   for key in ("TreeView_Col1", "TreeView_Col2")]
+    assert app.label(made_up("Frame_StaticGroups")).showing
+    assert app.table().columns == [made_up("TreeView_Col1"), made_up("TreeView_Col2")]
 
 
 def test_the_dialog_is_translated(app):
@@ -45,9 +39,9 @@ def test_the_dialog_is_translated(app):
         if key == "Button_Edit":
             app.table().select(0)
         button(app, key).click()
-        dialog = app.dialog(translated("Dialog_Group", title))
+        dialog = app.dialog(made_up(title))
         for label in ("Label_GroupName", "Label_Value"):
-            assert dialog.entry(translated("Dialog_Group", label)).showing
+            assert dialog.entry(made_up(label)).showing
         dialog.button("Cancel").click()
         app.wait_gone(dialog)
 
@@ -56,7 +50,7 @@ def test_the_dialog_is_translated(app):
     ("Button_Edit", "Msg_PageGroups_Edit_Err"), ("Button_Delete", "Msg_PageGroups_Del_Err")])
 def test_the_pages_messages_are_translated(app, key, text):
     button(app, key).click()
-    assert app.message().text == translated("Message", text)
+    assert app.message().text == made_up(text)
 
 
 @pytest.mark.parametrize("name, value, text", [
@@ -65,22 +59,22 @@ def test_the_pages_messages_are_translated(app, key, text):
     ("a", "x/y", "Msg_DlgGroup_Err8"), ("p1", "x", None)])
 def test_the_refusals_are_translated_but_for_the_duplicate(app, name, value, text):
     button(app, "Button_Add").click()
-    dialog = app.dialog(translated("Dialog_Group", "Title_Add"))
-    dialog.entry(translated("Dialog_Group", "Label_GroupName")).fill(name)
-    dialog.entry(translated("Dialog_Group", "Label_Value")).fill(value)
+    dialog = app.dialog(made_up("Title_Add"))
+    dialog.entry(made_up("Label_GroupName")).fill(name)
+    dialog.entry(made_up("Label_Value")).fill(value)
     dialog.button("OK").click()
-    assert app.message().text == (translated("Message", text) if text else DUPLICATE)
+    assert app.message().text == (made_up(text) if text else DUPLICATE)
 
 
 @pytest.mark.parametrize("label, length, text", [
     ("Label_GroupName", 50, "Msg_DlgGroup_Err1"), ("Label_Value", 255, "Msg_DlgGroup_Err5")])
 def test_the_messages_of_full_fields_are_translated(app, label, length, text):
     button(app, "Button_Add").click()
-    dialog = app.dialog(translated("Dialog_Group", "Title_Add"))
-    entry = dialog.entry(translated("Dialog_Group", label))
+    dialog = app.dialog(made_up("Title_Add"))
+    entry = dialog.entry(made_up(label))
     app.set_clipboard("x" * length)
     entry.take_focus()
     app.key("ctrl+v")
     app.wait_for(lambda: len(entry.text) == length, "the text to be pasted")
     app.key("x")
-    assert app.message().text == translated("Message", text)
+    assert app.message().text == made_up(text)

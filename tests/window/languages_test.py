@@ -3,12 +3,9 @@ import gettext
 
 import pytest
 
-from conftest import BUILD
 from harness.accessibility import Role, State
-from tests.translations.written_texts import read_texts
+from languages import language_of, start_in
 
-TABLES = BUILD / "translations" / "configui"
-LOCALES = BUILD / "tests" / "translations" / "locales"
 # In these everything is read ...
 READ_IN = {"German in UTF-8": "de_DE.UTF-8", "German in ISO-8859-1": "de_DE.ISO-8859-1",
            "Spanish in UTF-8": "es_ES.UTF-8", "Spanish in ISO-8859-1": "es_ES.ISO-8859-1",
@@ -37,12 +34,10 @@ class Reader:
     """Someone who reads the program's windows in one language and meets no other."""
 
     def __init__(self, start, device, locale):
-        language = "en_US" if locale == "C.UTF-8" else locale.split(".")[0]
-        self.texts = {key: text.replace("<br>", "\r") for key, text in read_texts(language).items()}
-        self.toolkit = gettext.translation("gtk20", "/usr/share/locale", [language], fallback=True)
-        for table in TABLES.iterdir():
-            device.write(f"/etc/vexaagent/i18n/configui/{table.name}", table.read_bytes())
-        self.app = start(locale=locale, env={"LOCPATH": str(LOCALES)}, title=self["Title"])
+        self.app = start_in(locale, start, device)
+        self.texts = self.app.written
+        self.toolkit = gettext.translation("gtk20", "/usr/share/locale", [language_of(locale)],
+                                           fallback=True)
 
     def __getitem__(self, key):
         return self.texts[key]

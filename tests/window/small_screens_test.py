@@ -11,8 +11,9 @@ gi.require_version("Pango", "1.0")
 gi.require_version("PangoCairo", "1.0")
 from gi.repository import Pango, PangoCairo  # noqa: E402
 
-from every_window import every_window, start_in  # noqa: E402
+from every_window import every_window  # noqa: E402
 from harness.accessibility import Role  # noqa: E402
+from languages import start_in  # noqa: E402
 
 SCREEN = (800, 600)
 SMALL, LARGE = "DejaVu Sans 10", "DejaVu Sans 18"
@@ -28,7 +29,8 @@ in_each_language = pytest.mark.parametrize(
 @pytest.fixture
 def begin(start, device, desktop_with):
     def begin_in(language, font):
-        return start_in(language, start, device, desktop=desktop_with(size=SCREEN, font=font))
+        return start_in(f"{language}.UTF-8", start, device,
+                        desktop=desktop_with(size=SCREEN, font=font))
     return begin_in
 
 

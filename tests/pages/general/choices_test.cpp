@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <limits>
 
+#include "tests/support/utf8_locale.h"
 #include "text/string_table.h"
 
 namespace {
@@ -66,14 +66,7 @@ TEST(NamesRow, KnowsATextThatItsEntryCannotGiveBackWhole) {
   EXPECT_FALSE(NamesRow(fifty + e_acute, fifty.c_str(), 30));
 }
 
-class ChoiceTextTest : public testing::Test {
- protected:
-  ChoiceTextTest() { std::setlocale(LC_ALL, "C.UTF-8"); }
-  ~ChoiceTextTest() override {
-    ProcessStringTable() = StringTable();
-    std::setlocale(LC_ALL, "C");
-  }
-};
+class ChoiceTextTest : public Utf8LocaleTest {};
 
 TEST_F(ChoiceTextTest, IsTheTranslation) {
   ProcessStringTable().sections = {{"Message", {{"Time_Day", "no"}}},

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <limits>
 
+#include "tests/support/utf8_locale.h"
 #include "text/string_table.h"
 
 namespace {
@@ -17,14 +17,7 @@ struct DurationCase {
   const char *text;
 };
 
-class DurationTextTest : public testing::Test {
- protected:
-  DurationTextTest() { std::setlocale(LC_ALL, "C.UTF-8"); }
-  ~DurationTextTest() override {
-    ProcessStringTable() = StringTable();
-    std::setlocale(LC_ALL, "C");
-  }
-};
+class DurationTextTest : public Utf8LocaleTest {};
 
 TEST_F(DurationTextTest, CountsAnIntervalInDaysHoursAndMinutes) {
   const DurationCase cases[] = {
