@@ -86,6 +86,9 @@ struct SimpleXML {
 // sets `error`. None when the error is not kSimpleXMLNoError. The end of the text is no error
 // wherever it comes: what was open is kept as far as it was read.
 //
+// A text between tags runs to the next "<". It cannot begin with ">" or "/>", nor with a quote that
+// is closed nowhere; one that is closed may hold a "<" up to there.
+//
 // Kept on purpose: an element opened with "<?" ends, like any other, only by its end tag or with
 // the text, so what follows an XML declaration becomes its content.
 SimpleXMLElement *SimpleParseXML(const char *text, int32_t length, int32_t *error);

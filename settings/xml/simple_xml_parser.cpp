@@ -82,12 +82,10 @@ void DropQuestionMark(SimpleXMLElement *element) {
   }
 }
 
+// Of the text that began with the token just read: only what it begins with is looked at, so a ">"
+// or a quote further on is part of it.
 void ParseText(SimpleXML *xml, SimpleXMLElement *element, int32_t begin) {
-  Token token;
-  do {
-    token = ReadToken(xml);
-  } while (IsText(token));
-  xml->position = token.begin;
+  SkipToTag(xml);
   const int32_t length = SimpleFindEndOfText(xml, begin) - begin;
   SimpleAddText(element, SimpleStrdup(xml->xml + begin, length), kGrowBy);
   SetPosition(element, begin);
@@ -161,7 +159,7 @@ bool ParseContent(SimpleXML *xml, SimpleXMLElement *element, int32_t level) {
   while (xml->end_tag == nullptr) {
     const Token token = ReadToken(xml);
     bool parsed = true;
-    if (IsText(token)) {
+    if (BeginsText(token)) {
       ParseText(xml, element, token.begin);
     } else if (token.kind == TokenKind::kTagOpen || token.kind == TokenKind::kInstructionOpen) {
       parsed = ParseChild(xml, element, token, level + 1);

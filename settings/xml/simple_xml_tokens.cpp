@@ -104,7 +104,13 @@ Token ReadToken(SimpleXML *xml) {
   return token;
 }
 
-bool IsText(const Token &token) {
+void SkipToTag(SimpleXML *xml) {
+  while (xml->position < xml->length && xml->xml[xml->position] != '<') {
+    ++xml->position;
+  }
+}
+
+bool BeginsText(const Token &token) {
   return token.kind == TokenKind::kWord || token.kind == TokenKind::kQuoted ||
          token.kind == TokenKind::kEquals;
 }

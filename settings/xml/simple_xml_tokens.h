@@ -21,8 +21,11 @@ struct Token {
   int32_t length;
 };
 
-// Skips white space, reads one token and moves the read position behind it.
+// Skips white space, reads one token and moves the read position after it.
 Token ReadToken(SimpleXML *xml);
 
-// Whether the token can stand in a text between tags.
-bool IsText(const Token &token);
+// Moves the read position to the next "<", or to the end of the source when there is none.
+void SkipToTag(SimpleXML *xml);
+
+// Whether a text between tags can begin with the token.
+bool BeginsText(const Token &token);

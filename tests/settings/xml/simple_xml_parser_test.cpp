@@ -65,9 +65,18 @@ TEST(Parser, ATextIsKeptAsWritten) {
   EXPECT_EQ(Parsed("<a>1/2</a>"), "{a{[1/2]}}");
 }
 
-TEST(Parser, AQuoteInATextHidesTags) {
-  EXPECT_EQ(Parsed("<a>x \"<b>\" y</a>"), "{a{[x \"<b>\" y]}}");
+TEST(Parser, ATextHoldsWhatCouldNotBeginOne) {
+  EXPECT_EQ(Parsed("<a>x > y</a>"), "{a{[x > y]}}");
+  EXPECT_EQ(Parsed("<a>x/></a>"), "{a{[x/>]}}");
+  EXPECT_EQ(Parsed("<a>say \"hi</a>"), "{a{[say \"hi]}}");
+  EXPECT_EQ(Parsed("<a>= '<b/>\"x\"></a>"), "{a{[= '] b{} [\"x\">]}}");
+  EXPECT_EQ(Parsed("x > 'y"), "{[x > 'y]}");
+}
+
+TEST(Parser, OnlyAQuoteThatBeginsATextHidesTags) {
   EXPECT_EQ(Parsed("<a>\"</a>\"</a>"), "{a{[\"</a>\"]}}");
+  EXPECT_EQ(Parsed("<a> '<b>' > \"y</a>"), "{a{['<b>' > \"y]}}");
+  EXPECT_EQ(Parsed("<a>x '<b/>y'</a>"), "{a{[x '] b{} [y']}}");
 }
 
 TEST(Parser, AnInstructionEndsOnlyByItsEndTagOrTheEndOfTheText) {
@@ -125,14 +134,14 @@ TEST(Parser, NamesWhatIsWrong) {
     const char *text;
     int error;
   } cases[] = {
-      {"<>", 3},          {"<\"a\">", 3},  {"<=", 3},         {"< <a>", 3},        {"<?>", 3},
-      {"<? ='x'", 3},     {"<a></>", 4},   {"<a></'a'>", 4},  {"<a></a<", 4},      {"<a></a b>", 4},
-      {"<a></a/>", 4},    {"<a></a=>", 4}, {"<a x=\"1>", 5},  {"<a \"x", 5},       {"<a>'x</a>", 5},
-      {"<a>x 'y</a>", 5}, {"<\"a", 5},     {"</'a", 5},       {"</a 'b", 5},       {"<a x='", 5},
-      {"</a>", 6},        {"<a/></a>", 6}, {"<a></b>", 6},    {"x</a>", 6},        {">", 7},
-      {"/>", 7},          {"<a>></a>", 7}, {"<a>x/></a>", 7}, {"<a>x > y</a>", 7}, {"<a <b>", 7},
-      {"<a </a>", 7},     {"<a <?b>", 7},  {"<a =1>", 7},     {"<a \"x\">", 7},    {"<a x=>", 7},
-      {"<a x=/>", 7},     {"<a x==1>", 7}, {"<a x=1=2>", 7},  {"<a x=<b>", 7},
+      {"<>", 3},       {"<\"a\">", 3},  {"<=", 3},        {"< <a>", 3},     {"<?>", 3},
+      {"<? ='x'", 3},  {"<a></>", 4},   {"<a></'a'>", 4}, {"<a></a<", 4},   {"<a></a b>", 4},
+      {"<a></a/>", 4}, {"<a></a=>", 4}, {"<a x=\"1>", 5}, {"<a \"x", 5},    {"<a>'x</a>", 5},
+      {"x<a/>'x", 5},  {"<\"a", 5},     {"</'a", 5},      {"</a 'b", 5},    {"<a x='", 5},
+      {"</a>", 6},     {"<a/></a>", 6}, {"<a></b>", 6},   {"x</a>", 6},     {">", 7},
+      {"/>", 7},       {"<a>></a>", 7}, {"<a>/></a>", 7}, {"x<a/>>", 7},    {"x<a/> />", 7},
+      {"<a <b>", 7},   {"<a </a>", 7},  {"<a <?b>", 7},   {"<a =1>", 7},    {"<a \"x\">", 7},
+      {"<a x=>", 7},   {"<a x=/>", 7},  {"<a x==1>", 7},  {"<a x=1=2>", 7}, {"<a x=<b>", 7},
   };
   for (const auto &c : cases) {
     EXPECT_EQ(Parsed(c.text), "error " + std::to_string(c.error)) << c.text;

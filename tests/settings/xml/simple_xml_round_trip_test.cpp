@@ -90,9 +90,11 @@ bool OpensAnotherTag(std::string_view name) {
   return name.front() == '/' || name.front() == '?';
 }
 
-// Whether the last name or value of a start tag makes an empty tag of the ">" behind it.
+// Whether the element's name, or the last name or value of its start tag, makes an empty tag of the
+// ">" that the writer puts after it.
 bool EndsAsEmptyTag(const SimpleXMLElement *element) {
-  std::string_view last = element->name;
+  const std::string_view name = element->name;
+  std::string_view last = name;
   bool has_content = false;
   for (int32_t i = 0; i < element->node_count; ++i) {
     if (element->nodes[i].kind == kSimpleXMLAttributeNode) {
@@ -102,7 +104,7 @@ bool EndsAsEmptyTag(const SimpleXMLElement *element) {
       has_content = true;
     }
   }
-  return has_content && last.back() == '/';
+  return has_content && (last.back() == '/' || name.back() == '/');
 }
 
 // Whether what the writer makes of the tree is the same document: an instruction is written as an
