@@ -125,6 +125,40 @@ void StoreText(SimpleXMLElement *element, char *text) {
   }
 }
 
+// The first character of `text`, if no text between tags can begin with it: a ">", also in "/>", or
+// a quote that is not closed. None otherwise.
+const char *MisplacedCharacter(const char *text) {
+  const char *first = text + strspn(text, "\t\n\r ");
+  if (first[0] == '/' && first[1] == '>') {
+    return first + 1;
+  }
+  const bool is_quote = *first == '"' || *first == '\'';
+  const bool is_misplaced = *first == '>' || (is_quote && strchr(first + 1, *first) == nullptr);
+  return is_misplaced ? first : nullptr;
+}
+
+// Encodes the misplaced character, wherever it stands in the text, which decoding has left in it.
+void MakeReadable(SimpleXMLText *text) {
+  const char *misplaced = MisplacedCharacter(text->text);
+  const char character = misplaced == nullptr ? '\0' : *misplaced;
+  for (const Entity &entity : kEntities) {
+    if (*entity.character == character) {
+      Replace(&text->text, entity.character, entity.encoded);
+    }
+  }
+}
+
+void MakeTextsReadable(const SimpleXMLElement *element) {
+  int32_t index = 0;
+  while (const SimpleXMLNode *node = SimpleEnumNodes(element, &index)) {
+    if (node->kind == kSimpleXMLTextNode) {
+      MakeReadable(node->object.text);
+    } else if (node->kind == kSimpleXMLElementNode) {
+      MakeTextsReadable(node->object.element);
+    }
+  }
+}
+
 // Makes `text` the whole content of an empty file, which is closed on every way out. The space is
 // reserved first, so that a full disk leaves no hole: storing into one, and on some file systems
 // reading it too, would end the program with a signal.
@@ -151,6 +185,7 @@ bool WriteDocument() {
   if (file < 0) {
     return false;
   }
+  MakeTextsReadable(document);
   size_t length = 0;
   char *text = SimpleCreateXMLString(document, 1, &length);
   const bool written = WriteAndClose(file, text, length);

@@ -1,5 +1,6 @@
 // An XML text: parsed, searched, written, parsed again, freed. What was written reads and writes
 // the same, but for the few trees whose text cannot say what they are.
+#include <algorithm>
 #include <cstring>
 #include <string_view>
 
@@ -34,21 +35,14 @@ bool IsPlain(const SimpleXMLNode &node) {
   }
 }
 
-// No instruction and no neighbouring texts either.
+// No instruction either.
 bool IsPlain(const SimpleXMLElement *element) {
   if (element->processing_instruction != 0 ||
       (element->name != nullptr && !IsPlainName(element->name))) {
     return false;
   }
-  int32_t kind_before = 0;
-  for (int32_t i = 0; i < element->node_count; ++i) {
-    const SimpleXMLNode &node = element->nodes[i];
-    if (!IsPlain(node) || (node.kind == kSimpleXMLTextNode && kind_before == kSimpleXMLTextNode)) {
-      return false;
-    }
-    kind_before = node.kind;
-  }
-  return true;
+  return std::all_of(element->nodes, element->nodes + element->node_count,
+                     [](const SimpleXMLNode &node) { return IsPlain(node); });
 }
 
 std::string Write(const SimpleXMLElement *root, int32_t formatted) {

@@ -365,6 +365,44 @@ TEST_F(Save, WritesTheDocumentFormatted) {
   EXPECT_EQ(Content(), "<a>\n <b>x</b>\n <c/>\n</a>\n");
 }
 
+// Reading decodes the texts in the document; as they stand, these could not be read again.
+TEST_F(Save, EncodesWhatNoTextCanBeginWith) {
+  const struct {
+    const char *loaded;
+    const char *saved;
+  } cases[] = {
+      {"&gt; x &gt;", "&gt; x &gt;"},
+      {"/&gt;", "/&gt;"},
+      {"&quot;x'", "&quot;x'"},
+      {"&apos;x\"", "&apos;x\""},
+      {"&quot;x&quot;", "\"x\""},
+      {"&apos;x&apos;y", "'x'y"},
+      {"x &gt; &quot;", "x > \""},
+      {"/ &gt;", "/ >"},
+      {"x/&gt;", "x/>"},
+      {"=&gt;", "=>"},
+  };
+  for (const auto &c : cases) {
+    ASSERT_EQ(Load("<a><b>" + std::string(c.loaded) + "</b></a>"), 0);
+    const std::string text = Get("/a/b");
+    EXPECT_EQ(SaveSettingsFile(1), 0);
+    EXPECT_EQ(Content(), "<a>\n <b>" + std::string(c.saved) + "</b>\n</a>\n");
+    ASSERT_EQ(LoadSettingsFile(directory_.Path("settings.xml").c_str()), 0);
+    EXPECT_EQ(Get("/a/b"), text) << c.loaded;
+  }
+}
+
+TEST_F(Save, EncodesItAfterWhiteSpaceToo) {
+  for (const char *value : {" >", "\t>", "\n>", "\r>"}) {
+    ASSERT_EQ(Load("<a/>"), 0);
+    Set("/a", value);
+    EXPECT_EQ(Get("/a"), value);
+    EXPECT_EQ(SaveSettingsFile(1), 0);
+    ASSERT_EQ(LoadSettingsFile(directory_.Path("settings.xml").c_str()), 0);
+    EXPECT_EQ(Get("/a"), ">");
+  }
+}
+
 TEST_F(Save, WritesADocumentOfManyPages) {
   ASSERT_EQ(Load("<a/>"), 0);
   Set("/a", std::string(100000, 'x').c_str());
