@@ -197,6 +197,7 @@ int32_t SimpleParseXMLElement(SimpleXML *in_xml, SimpleXMLElement *element) {
 }
 
 SimpleXMLElement *SimpleParseXML(const char *text, int32_t length, int32_t *error) {
+  REQUIRE(text != nullptr, "text");
   REQUIRE(error != nullptr, "error");
   REQUIRE(length >= 0, "length >= 0");
   SimpleXML xml{};

@@ -11,7 +11,6 @@
 namespace {
 
 SimpleXMLNode *AddNode(SimpleXMLElement *element, SimpleXMLNodeKind kind, int32_t grow_by) {
-  REQUIRE(element != nullptr, "element");
   if (element->node_count == element->node_capacity) {
     SimpleAllocNodes(element, grow_by);
   }
@@ -77,6 +76,7 @@ void SimpleAllocNodes(SimpleXMLElement *element, int32_t grow_by) {
 
 SimpleXMLElement *SimpleAddElement(SimpleXMLElement *element, char *name,
                                    int32_t processing_instruction, int32_t grow_by) {
+  REQUIRE(element != nullptr, "element");
   REQUIRE(name != nullptr, "name");
   SimpleXMLNode *node = AddNode(element, kSimpleXMLElementNode, grow_by);
   SimpleXMLElement *child = Allocate<SimpleXMLElement>();
@@ -89,6 +89,7 @@ SimpleXMLElement *SimpleAddElement(SimpleXMLElement *element, char *name,
 
 SimpleXMLAttribute *SimpleAddAttribute(SimpleXMLElement *element, char *name, char *value,
                                        int32_t grow_by) {
+  REQUIRE(element != nullptr, "element");
   REQUIRE(name != nullptr, "name");
   SimpleXMLNode *node = AddNode(element, kSimpleXMLAttributeNode, grow_by);
   SimpleXMLAttribute *attribute = Allocate<SimpleXMLAttribute>();
@@ -99,6 +100,7 @@ SimpleXMLAttribute *SimpleAddAttribute(SimpleXMLElement *element, char *name, ch
 }
 
 SimpleXMLText *SimpleAddText(SimpleXMLElement *element, char *text, int32_t grow_by) {
+  REQUIRE(element != nullptr, "element");
   REQUIRE(text != nullptr, "text");
   SimpleXMLNode *node = AddNode(element, kSimpleXMLTextNode, grow_by);
   SimpleXMLText *added = Allocate<SimpleXMLText>();

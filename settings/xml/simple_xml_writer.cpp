@@ -132,6 +132,7 @@ size_t SimpleCreateXMLStringR(const SimpleXMLElement *element, char *buffer, int
 }
 
 char *SimpleCreateXMLString(const SimpleXMLElement *element, int32_t formatted, size_t *size) {
+  REQUIRE(element != nullptr, "element");
   REQUIRE(size != nullptr, "size");
   const int32_t indent = formatted != 0 ? 0 : kCompact;
   *size = SimpleCreateXMLStringR(element, nullptr, indent);

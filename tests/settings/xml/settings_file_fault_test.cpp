@@ -21,7 +21,8 @@
 
 namespace {
 
-// A system call that fails, if its arguments are these.
+// A system call that fails with the error, if its arguments are these. With error 0 it does nothing
+// and gives 0.
 struct Fault {
   const char *what;
   int call;
@@ -136,6 +137,7 @@ INSTANTIATE_TEST_SUITE_P(EachStep, EnsureFault,
                          testing::Values(Fault{"mkdir", SCMP_SYS(mkdir), EACCES, {}},
                                          Fault{"openat", SCMP_SYS(openat), EACCES, {}},
                                          Fault{"write", SCMP_SYS(write), ENOSPC, {Is(2, 247)}},
+                                         Fault{"write_of_none", SCMP_SYS(write), 0, {Is(2, 247)}},
                                          kCloseFails),
                          testing::PrintToStringParamName());
 

@@ -105,15 +105,18 @@ TEST_F(Ensure, RefusesAPathThatNamesNoFile) {
   EXPECT_EQ(EnsureSettingsFile("/"), -1);
 }
 
-// What fits is there, and the next load takes it as far as it goes.
+// What fits is there, if it is only a byte, and the next load takes it as far as it goes.
 TEST_F(Ensure, IsContentWithAFileThatIsCutShort) {
   rlimit unlimited;
   ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
-  const rlimit limited = {100, unlimited.rlim_max};
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
-  EXPECT_EQ(EnsureSettingsFile(directory_.Path("settings.xml").c_str()), 0);
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &unlimited), 0);
-  EXPECT_EQ(Content(), std::string(kDefaultDocument).substr(0, 100));
+  for (const std::size_t size : {100U, 1U}) {
+    const std::string name = std::to_string(size);
+    const rlimit limited = {size, unlimited.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
+    EXPECT_EQ(EnsureSettingsFile(directory_.Path(name).c_str()), 0);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &unlimited), 0);
+    EXPECT_EQ(directory_.Read(name), std::string(kDefaultDocument).substr(0, size));
+  }
 }
 
 TEST_F(Ensure, TakesPathsLongerThan256Bytes) {

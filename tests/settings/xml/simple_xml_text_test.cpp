@@ -65,11 +65,11 @@ TEST(strrep, LeavesTheOldTextToItsOwner) {
 }
 
 TEST(TextDeathTest, NamesTheParameterAtFault) {
-  EXPECT_DEATH(SimpleStrdup("abc", -1), "textCount >= 0");
-  EXPECT_DEATH(SimpleStrdup(nullptr, 0), "text");
-  EXPECT_DEATH(strrep(nullptr, "a", "b"), "oldText");
-  EXPECT_DEATH(strrep("a", nullptr, "b"), "findText");
-  EXPECT_DEATH(strrep("a", "a", nullptr), "replaceText");
+  EXPECT_STOPS(SimpleStrdup("abc", -1), "textCount >= 0");
+  EXPECT_STOPS(SimpleStrdup(nullptr, 0), "text");
+  EXPECT_STOPS(strrep(nullptr, "a", "b"), "oldText");
+  EXPECT_STOPS(strrep("a", nullptr, "b"), "findText");
+  EXPECT_STOPS(strrep("a", "a", nullptr), "replaceText");
 }
 
 }  // namespace

@@ -122,10 +122,10 @@ TEST(SimpleCreateXMLStringR, BeginsAtTheGivenIndent) {
 TEST(WriterDeathTest, NamesTheParameterAtFault) {
   const XmlTree tree = EmptyTree();
   std::size_t size = 0;
-  EXPECT_DEATH(SimpleCreateXMLString(tree.get(), 1, &size), "size != 0");
-  EXPECT_DEATH(SimpleCreateXMLString(nullptr, 1, &size), "element");
-  EXPECT_DEATH(SimpleCreateXMLString(tree.get(), 1, nullptr), "size");
-  EXPECT_DEATH(SimpleCreateXMLStringR(tree.get(), nullptr, -2), "indent >= -1");
+  EXPECT_STOPS(SimpleCreateXMLString(tree.get(), 1, &size), "size != 0");
+  EXPECT_STOPS(SimpleCreateXMLString(nullptr, 1, &size), "element");
+  EXPECT_STOPS(SimpleCreateXMLString(tree.get(), 1, nullptr), "size");
+  EXPECT_STOPS(SimpleCreateXMLStringR(tree.get(), nullptr, -2), "indent >= -1");
 }
 
 }  // namespace

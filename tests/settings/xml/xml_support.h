@@ -1,6 +1,8 @@
 // What the tests of the XML document share.
 #pragma once
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -12,6 +14,14 @@
 #include <string_view>
 
 #include "settings/xml/simple_xml.h"
+
+// The call stops the program, with a message that names the function and the parameter at fault.
+#define EXPECT_STOPS(call, parameter) EXPECT_DEATH(call, StopMessage(#call, parameter))
+
+inline auto StopMessage(std::string_view call, const std::string &parameter) {
+  const std::string function(call.substr(0, call.find('(')));
+  return testing::HasSubstr(function + ": Assertion `" + parameter + "' failed.");
+}
 
 struct XmlDeleter {
   void operator()(SimpleXMLElement *element) const { SimpleDeleteElement(element); }
