@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "app/product_data.h"
+#include "app/checked_product_data.h"
 #include "text/line_reader.h"
 
 // How the image id of a family is cut. Positions count from 0; the number runs to the end.

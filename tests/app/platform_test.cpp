@@ -7,13 +7,13 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "app/product_data.h"
 #include "tests/support/temp_dir.h"
+#include PRODUCT_DATA_HEADER
 
 namespace {
 
@@ -24,7 +24,7 @@ std::string FamilyOfRow(std::size_t row) {
 }
 
 std::string ModelOfRow(std::size_t row) {
-  return std::string(kModelCodes.at(row - 1));
+  return std::string(std::data(kModelCodes)[row - 1]);
 }
 
 std::string FamilyInNoRow() {
@@ -38,7 +38,7 @@ std::string FamilyInNoRow() {
 // A model code of as many digits that is in no row.
 std::string ModelInNoRow(std::size_t length) {
   std::string code(length, '0');
-  while (std::count(kModelCodes.begin(), kModelCodes.end(), code) > 0) {
+  while (std::count(std::begin(kModelCodes), std::end(kModelCodes), code) > 0) {
     code = std::to_string(std::stoi("1" + code) + 1).substr(1);
   }
   return code;
@@ -300,10 +300,6 @@ TEST(SystemInfoTest, ProductEditionAndVersionDecide) {
 // The two files, in a directory of the test's own; a file that was not written is missing.
 class PlatformFilesTest : public testing::Test {
  protected:
-  void Write(const char *name, const std::string &content) const {
-    directory_.Write(name, content);
-  }
-
   PlatformRecord Identify() const {
     return IdentifyPlatformFrom(directory_.Path("systeminfo").c_str(),
                                 directory_.Path("imageid").c_str());
@@ -313,8 +309,8 @@ class PlatformFilesTest : public testing::Test {
 };
 
 TEST_F(PlatformFilesTest, TheSystemInformationComesFirst) {
-  Write("systeminfo", "PRODUCT_NAME=\"pellion\"\nPRODUCT_VERSION=\"5.1\"\n");
-  Write("imageid", LongModelId(FamilyOfRow(4), "000", "00"));
+  directory_.Write("systeminfo", "PRODUCT_NAME=\"pellion\"\nPRODUCT_VERSION=\"5.1\"\n");
+  directory_.Write("imageid", LongModelId(FamilyOfRow(4), "000", "00"));
   const PlatformRecord record = Identify();
   EXPECT_EQ(PlatformCode(record), 8);
   EXPECT_EQ(record.image_id, "");
@@ -322,20 +318,20 @@ TEST_F(PlatformFilesTest, TheSystemInformationComesFirst) {
 }
 
 TEST_F(PlatformFilesTest, ValidSystemInformationNeedsNoImageId) {
-  Write("systeminfo",
-        "PRODUCT_NAME=\"Pellion\"\nPRODUCT_CONFIG=\"vaskin\"\nPRODUCT_VERSION=\"4\"\n");
+  directory_.Write("systeminfo",
+                   "PRODUCT_NAME=\"Pellion\"\nPRODUCT_CONFIG=\"vaskin\"\nPRODUCT_VERSION=\"4\"\n");
   EXPECT_EQ(PlatformCode(Identify()), 6);
 }
 
 TEST_F(PlatformFilesTest, WithoutSystemInformationTheImageIdDecides) {
-  Write("imageid", LongModelId(FamilyOfRow(3), ModelOfRow(17), "42") + "\n");
+  directory_.Write("imageid", LongModelId(FamilyOfRow(3), ModelOfRow(17), "42") + "\n");
   EXPECT_EQ(PlatformCode(Identify()), 7);
   EXPECT_EQ(Identify().architecture_class, 2);
 }
 
 TEST_F(PlatformFilesTest, SystemInformationThatDecidesNothingLeavesNoTrace) {
-  Write("systeminfo", "PRODUCT_NAME=\"Pellion\"\nPRODUCT_VERSION=\"7\"\n");
-  Write("imageid", FamilyOfRow(3) + "-A" + ModelInNoRow(3) + "01");
+  directory_.Write("systeminfo", "PRODUCT_NAME=\"Pellion\"\nPRODUCT_VERSION=\"7\"\n");
+  directory_.Write("imageid", FamilyOfRow(3) + "-A" + ModelInNoRow(3) + "01");
   const PlatformRecord record = Identify();
   EXPECT_EQ(PlatformCode(record), 8);
   EXPECT_EQ(record.model_code, ModelInNoRow(3));
@@ -344,17 +340,19 @@ TEST_F(PlatformFilesTest, SystemInformationThatDecidesNothingLeavesNoTrace) {
 
 TEST_F(PlatformFilesTest, ADirectoryInPlaceOfTheSystemInformationDecidesNothing) {
   directory_.MakeDirectory("systeminfo");
-  Write("imageid", LongModelId(FamilyOfRow(4), "000", "00"));
+  directory_.Write("imageid", LongModelId(FamilyOfRow(4), "000", "00"));
   EXPECT_EQ(PlatformCode(Identify()), 6);
 }
 
 TEST_F(PlatformFilesTest, AMissingOrShortImageIdIsInvalid) {
   EXPECT_THROW(Identify(), ImageIDException);
   for (const std::string &content : {""s, "1234567"s, "1234567\0"s, "1234\0 6789"s}) {
-    Write("imageid", content);
+    directory_.Write("imageid", content);
     EXPECT_THROW(Identify(), ImageIDException) << content;
   }
-  std::filesystem::remove(directory_.Path("imageid"));
+}
+
+TEST_F(PlatformFilesTest, ADirectoryInPlaceOfTheImageIdIsInvalid) {
   directory_.MakeDirectory("imageid");
   EXPECT_THROW(Identify(), ImageIDException);
 }
@@ -362,7 +360,7 @@ TEST_F(PlatformFilesTest, AMissingOrShortImageIdIsInvalid) {
 TEST_F(PlatformFilesTest, OnlyTheFirstEightCharactersOfTheImageIdCount) {
   const std::string id = LongModelId(FamilyOfRow(3), ModelOfRow(17), "99");
   for (const std::string &rest : {""s, "\0"s, "12\n"s, std::string(500, '7')}) {
-    Write("imageid", id + rest);
+    directory_.Write("imageid", id + rest);
     EXPECT_EQ(Identify().image_id, id);
     EXPECT_EQ(PlatformCode(Identify()), 7);
   }

@@ -2,6 +2,7 @@
 
 Image ids are made of the product data that the program was built with: the tests name rows.
 """
+import pathlib
 import re
 import signal
 
@@ -14,8 +15,9 @@ NO_DISPLAY = {"DISPLAY": ":987"}
 
 def image_id(device, family, model=None, number="01"):
     """An image id of a family's row, counted from 1, and a model's (None: of no model's)."""
-    data = (device.build_dir / "app/product_data.h").read_text()
-    letters, models = re.findall(r"'(\w)'", data), re.findall(r'"(\w+)"', data)
+    cache = (device.build_dir / "CMakeCache.txt").read_text()
+    data = pathlib.Path(re.search("^PRODUCT_DATA:FILEPATH=(.*)$", cache, re.MULTILINE)[1]).read_text()
+    letters, *models = re.findall(r'"(\w+)"', data)
     unknown = next(code for code in map("{:03}".format, range(19)) if code not in models)
     return f"{letters[family - 1]}--{models[model - 1] if model else unknown}{number}"
 
