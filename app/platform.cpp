@@ -71,7 +71,7 @@ struct SystemInfoKey {
   std::string SystemInfo::*value;
 };
 
-// The first that a line contains takes the line.
+// Searched in order: the first key that a line contains takes the line.
 constexpr std::array<SystemInfoKey, 3> kSystemInfoKeys = {{
     {"PRODUCT_NAME=", &SystemInfo::product_name},
     {"PRODUCT_CONFIG=", &SystemInfo::edition},
@@ -238,13 +238,9 @@ PlatformRecord ParseImageId(const char *text) {
   return record;
 }
 
-PlatformRecord IdentifyPlatformFrom(const char *systeminfo_path, const char *imageid_path) {
+PlatformRecord IdentifyPlatform(const char *systeminfo_path, const char *imageid_path) {
   const PlatformRecord record = ReadSystemInfoFile(systeminfo_path);
   return record.valid ? record : ReadImageIdFile(imageid_path);
-}
-
-PlatformRecord IdentifyPlatform() {
-  return IdentifyPlatformFrom("/etc/systeminfo", "/etc/imageid");
 }
 
 int PlatformCode(const PlatformRecord &record) {

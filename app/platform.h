@@ -16,7 +16,7 @@ inline constexpr int kPellion5Code = 8;
 struct PlatformRecord {
   std::string image_id;  // eight characters; empty when the system information decided
   std::string family;    // the first of them
-  const FamilyLayout *family_row = nullptr;  // how the image id was cut; lives for ever
+  const FamilyLayout *family_row = nullptr;  // how the image id was cut: a constant
   std::int32_t number = 0;                   // -1: that part of the image id is not a number
   std::string model_code;  // up to three characters, or the edition's family letter
   std::int32_t platform_code = 9;
@@ -38,10 +38,8 @@ class ImageIDException : public std::exception {
 
 // Asks /etc/systeminfo, and where that decides nothing /etc/imageid. The record is valid. Throws
 // ImageIDException when it comes to the image id and that is too short or cannot be read.
-PlatformRecord IdentifyPlatform();
-
-// The same with the two files named.
-PlatformRecord IdentifyPlatformFrom(const char *systeminfo_path, const char *imageid_path);
+PlatformRecord IdentifyPlatform(const char *systeminfo_path = "/etc/systeminfo",
+                                const char *imageid_path = "/etc/imageid");
 
 int PlatformCode(const PlatformRecord &record);
 

@@ -20,7 +20,6 @@ constexpr useconds_t kMapWaitMicroseconds = 10000;
 
 Display *display = nullptr;
 Atom pid_atom = None;
-std::int32_t target_pid = 0;
 
 struct Free {
   void operator()(void *data) const { XFree(data); }
@@ -107,12 +106,12 @@ void PushChildren(Window window, std::vector<Window> &pending) {
 
 // Depth first, a window before its children and those from the first to the last. The children of
 // a match are not searched; its siblings are.
-void RaiseWindowsOfTarget() {
+void RaiseWindowsOf(std::int32_t pid) {
   std::vector<Window> pending = {DefaultRootWindow(display)};
   while (!pending.empty()) {
     const Window window = pending.back();
     pending.pop_back();
-    if (FirstItem(window, pid_atom, XA_CARDINAL) == target_pid) {
+    if (FirstItem(window, pid_atom, XA_CARDINAL) == pid) {
       RaiseAndFocus(window);
     } else {
       PushChildren(window, pending);
@@ -127,11 +126,7 @@ int IgnoreError(Display *, XErrorEvent *) {
 
 }  // namespace
 
-void SetTargetPid(std::int32_t pid) {
-  target_pid = pid;
-}
-
-void RaiseRunningInstance() {
+void RaiseRunningInstance(std::int32_t pid) {
   if (display == nullptr) {
     display = XOpenDisplay(nullptr);
   }
@@ -144,7 +139,7 @@ void RaiseRunningInstance() {
     return;
   }
   const XErrorHandler handler = XSetErrorHandler(IgnoreError);
-  RaiseWindowsOfTarget();
+  RaiseWindowsOf(pid);
   // The process may end right away, and the last answers are to come while they are ignored.
   XSync(display, False);
   XSetErrorHandler(handler);

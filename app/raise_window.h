@@ -3,16 +3,13 @@
 
 #include <cstdint>
 
-// The process whose windows RaiseRunningInstance looks for.
-void SetTargetPid(std::int32_t pid);
-
-// Raises and focuses every window of the default display that names the target process in
+// Raises and focuses every window of the default display that names the process `pid` in
 // _NET_WM_PID. One that is minimised is mapped first, for which the window manager gets up to two
-// seconds. A window without the property counts as process 0, so that target 0 is the root window
+// seconds. A window without the property counts as process 0, so that pid 0 is the root window
 // and nothing else.
 //
 // On return everything asked for has reached the X server. What the server refuses on the way is
 // passed over, and the process's X error handler is the one it was before. Without a reachable
 // display nothing happens; where the server has never heard of the property, "failed" is printed.
 // The connection stays open for later calls.
-void RaiseRunningInstance();
+void RaiseRunningInstance(std::int32_t pid);

@@ -1,16 +1,23 @@
-// The single-instance lock: an fcntl record lock, which the kernel drops with its process, so that
-// a pid file left behind by one that died keeps nobody out.
+// The single-instance lock is an fcntl record lock, which the kernel drops with its process, so
+// that a pid file left behind by one that died keeps nobody out.
 #include "app/single_instance.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
 #include <string>
 
 #include "app/print_now.h"
+#include "text/line_reader.h"
 
 namespace {
+
+constexpr std::size_t kPidLineLimit = 1023;  // bytes a read
 
 enum class Lock { kTaken, kHeldByAnother, kFailed };
 
@@ -54,10 +61,16 @@ void CloseOnExec(int file) {
   }
 }
 
+std::int32_t PidFromText(const std::string &text) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  const long number = std::strtol(text.c_str(), nullptr, 10);
+  return static_cast<std::int32_t>(std::clamp<long>(number, Limits::min(), Limits::max()));
+}
+
 }  // namespace
 
 // The descriptor is never closed: closing it would drop the lock.
-bool TakeInstanceLockAt(const char *pid_file) {
+bool AnotherInstanceHoldsLock(const char *pid_file) {
   // Close-on-exec from the start, for the commands that run when the lock is another's.
   const int file = open(pid_file, O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
   if (file < 0) {
@@ -80,6 +93,14 @@ bool TakeInstanceLockAt(const char *pid_file) {
   return false;
 }
 
-bool TakeInstanceLock() {
-  return TakeInstanceLockAt(kPidFile);
+// Through the shell: AnotherInstanceHoldsLock alone opens the file, and once.
+std::optional<std::int32_t> RunningInstancePid(const char *pid_file) {
+  std::FILE *output = popen((std::string("cat ") + pid_file).c_str(), "r");
+  if (output == nullptr) {
+    return std::nullopt;
+  }
+  std::string line;
+  ReadLine(output, kPidLineLimit, line);
+  pclose(output);
+  return PidFromText(line);
 }

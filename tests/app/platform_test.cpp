@@ -301,8 +301,8 @@ TEST(SystemInfoTest, ProductEditionAndVersionDecide) {
 class PlatformFilesTest : public testing::Test {
  protected:
   PlatformRecord Identify() const {
-    return IdentifyPlatformFrom(directory_.Path("systeminfo").c_str(),
-                                directory_.Path("imageid").c_str());
+    return IdentifyPlatform(directory_.Path("systeminfo").c_str(),
+                            directory_.Path("imageid").c_str());
   }
 
   TempDir directory_;

@@ -20,8 +20,7 @@ int OwnHandler(Display *, XErrorEvent *) {
 int main(int argc, char **argv) {
   XSetErrorHandler(OwnHandler);
   for (int arg = 1; arg < argc; ++arg) {
-    SetTargetPid(static_cast<std::int32_t>(std::strtol(argv[arg], nullptr, 10)));
-    RaiseRunningInstance();
+    RaiseRunningInstance(static_cast<std::int32_t>(std::strtol(argv[arg], nullptr, 10)));
     unsetenv("DISPLAY");
   }
   const bool printed = write(STDOUT_FILENO, ".", 1) == 1;

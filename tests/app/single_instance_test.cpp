@@ -18,12 +18,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "tests/support/descriptors.h"
 #include "tests/support/refuse_call.h"
 #include "tests/support/temp_dir.h"
 
@@ -88,7 +88,7 @@ class Instance {
     if (before) {
       before();
     }
-    const std::string verdict = TakeInstanceLockAt(pid_file.c_str()) ? "[held]" : "[free]";
+    const std::string verdict = AnotherInstanceHoldsLock(pid_file.c_str()) ? "[held]" : "[free]";
     if (after) {
       after();
     }
@@ -109,6 +109,8 @@ class SingleInstanceTest : public testing::Test {
  protected:
   [[nodiscard]] std::string Content() const { return directory_.Read("program.pid"); }
 
+  void WriteContent(const std::string &content) const { directory_.Write("program.pid", content); }
+
   // The lock that would stand in the way of one on the whole file.
   [[nodiscard]] struct flock LockInTheWay() const {
     const int file = open(pid_file_.c_str(), O_RDWR);
@@ -128,8 +130,8 @@ class SingleInstanceTest : public testing::Test {
     });
   }
 
-  TempDir directory_;
-  std::filesystem::path pid_file_ = directory_.Path("program.pid");
+  const TempDir directory_;
+  const std::string pid_file_ = directory_.Path("program.pid");
 };
 
 std::string PidLine(const Instance &instance) {
@@ -219,7 +221,7 @@ TEST_F(SingleInstanceTest, TheLockDiesWithItsProcess) {
 }
 
 TEST_F(SingleInstanceTest, NothingStaysOfALongerOldContent) {
-  std::ofstream(pid_file_) << "123456789012345678\nand more\n";
+  WriteContent("123456789012345678\nand more\n");
   const Instance first(pid_file_);
   EXPECT_FALSE(first.Wait().held_by_another);
   EXPECT_EQ(Content(), PidLine(first));
@@ -229,7 +231,7 @@ TEST_F(SingleInstanceTest, ChildCommandsDoNotInheritTheDescriptor) {
   const Instance first(pid_file_, {}, ListDescriptorsOfACommand);
   const Outcome outcome = first.Wait();
   EXPECT_THAT(outcome.printed, HasSubstr("pipe:"));  // the command's output
-  EXPECT_THAT(outcome.printed, Not(HasSubstr(pid_file_.string())));
+  EXPECT_THAT(outcome.printed, Not(HasSubstr(pid_file_)));
   EXPECT_TRUE(Instance(pid_file_).Wait().held_by_another);
 }
 
@@ -278,7 +280,7 @@ TEST_F(SingleInstanceTest, BothErrorsOfAHeldLockMeanHeld) {
 }
 
 TEST_F(SingleInstanceTest, AnyOtherLockErrorIsSaidAndLeavesTheFileAlone) {
-  std::ofstream(pid_file_) << "old\n";
+  WriteContent("old\n");
   const Outcome outcome = Instance(pid_file_, [] { RefuseFcntl(F_SETLK, ENOLCK); }).Wait();
   EXPECT_FALSE(outcome.held_by_another);
   EXPECT_EQ(outcome.printed, "write_lock error");
@@ -317,7 +319,7 @@ TEST_F(SingleInstanceTest, FlagsThatCannotBeReadAreSaidAndTheLockStays) {
   EXPECT_FALSE(outcome.held_by_another);
   EXPECT_THAT(outcome.printed, StartsWith("fcntl F_GETFD error"));
   EXPECT_THAT(outcome.printed, HasSubstr("pipe:"));
-  EXPECT_THAT(outcome.printed, Not(HasSubstr(pid_file_.string())));  // close-on-exec all the same
+  EXPECT_THAT(outcome.printed, Not(HasSubstr(pid_file_)));  // close-on-exec all the same
   EXPECT_EQ(Content(), PidLine(first));
   EXPECT_EQ(LockInTheWay().l_pid, first.pid());
 }
@@ -329,6 +331,42 @@ TEST_F(SingleInstanceTest, FlagsThatCannotBeSetAreSaidAndTheLockStays) {
   EXPECT_EQ(outcome.printed, "fcntl F_SETFD error");
   EXPECT_EQ(Content(), PidLine(first));
   EXPECT_EQ(LockInTheWay().l_pid, first.pid());
+}
+
+TEST_F(SingleInstanceTest, TheRunningInstancesPidIsTheNumberAtTheStartOfTheFile) {
+  for (const auto &[content, pid] : std::vector<std::pair<std::string, std::int32_t>>{
+           {"4711\n", 4711},
+           {"4711", 4711},
+           {" \t4711 and more", 4711},
+           {"4711\n4712\n", 4711},
+           {"-5\n", -5},
+           {"99999999999999999999", 2147483647},
+           {"-99999999999", -2147483647 - 1},
+       }) {
+    WriteContent(content);
+    EXPECT_EQ(RunningInstancePid(pid_file_.c_str()), pid) << content;
+  }
+}
+
+TEST_F(SingleInstanceTest, TheRunningInstancesPidIsZeroWithoutDigits) {
+  for (const std::string content : {"", "\n", "\n4711\n", "x4711"}) {
+    WriteContent(content);
+    EXPECT_EQ(RunningInstancePid(pid_file_.c_str()), 0) << content;
+  }
+}
+
+TEST_F(SingleInstanceTest, OfThePidLine1023BytesCount) {
+  for (const auto &[length, pid] :
+       std::vector<std::pair<std::size_t, std::int32_t>>{{1022, 4711}, {1023, 4711}, {1024, 471}}) {
+    WriteContent(std::string(length - 4, ' ') + "4711\n");
+    EXPECT_EQ(RunningInstancePid(pid_file_.c_str()), pid) << length;
+  }
+}
+
+TEST_F(SingleInstanceTest, ThereIsNoPidWhenTheCommandCannotBeStarted) {
+  WriteContent("4711\n");
+  const NoDescriptorsLeft fault;
+  EXPECT_EQ(RunningInstancePid(pid_file_.c_str()), std::nullopt);
 }
 
 }  // namespace
