@@ -1,3 +1,4 @@
+// Asks the agent for its version, and takes the version out of what it prints.
 #include "app/agent_version.h"
 
 #include <cstdio>
@@ -15,15 +16,6 @@ constexpr char kLibraryDirectory[] = "/etc/vexaagent/lib";
 constexpr char kLibraryPath[] = "LD_LIBRARY_PATH";
 constexpr std::size_t kLineLimit = 255;  // bytes a read
 
-// True when the variable was set before, to whatever.
-bool ExtendLibraryPath() {
-  const char *old_path = std::getenv(kLibraryPath);
-  const std::string path =
-      old_path == nullptr ? kLibraryDirectory : std::string(old_path) + ":" + kLibraryDirectory;
-  setenv(kLibraryPath, path.c_str(), 1);
-  return old_path != nullptr;
-}
-
 void ReadVersion() {
   std::FILE *output = popen(kVersionCommand, "r");
   if (output == nullptr) {
@@ -39,10 +31,14 @@ void ReadVersion() {
 }  // namespace
 
 void QueryAgentVersion() {
-  const bool was_set = ExtendLibraryPath();
+  const char *old_path = std::getenv(kLibraryPath);
+  const bool was_set = old_path != nullptr;
+  const std::string path =
+      was_set ? std::string(old_path) + ":" + kLibraryDirectory : kLibraryDirectory;
+  setenv(kLibraryPath, path.c_str(), 1);
   ReadVersion();
-  // Not an oversight: what stood in the variable before was meant for this program, and an extended
-  // path of somebody else's is not handed to the registry client.
+  // Not put back, and on purpose: what stood in the variable before was meant for this program, and
+  // an extended path of somebody else's is not handed to the registry client.
   if (was_set) {
     unsetenv(kLibraryPath);
   }

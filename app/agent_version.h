@@ -17,6 +17,6 @@ extern HeapText agent_version;
 // later commands to inherit, and is not set at all when it was.
 void QueryAgentVersion();
 
-// What a line tells: the text behind its first ":", or all of it, without blanks at its ends. The
-// line end is no blank and stays.
+// What a line tells: the text after its first ":", or all of it, without blanks at its ends. A
+// line end is not a blank and stays.
 std::string VersionFromLine(const std::string &line);

@@ -1,3 +1,4 @@
+// Opens what is closed of standard input, output and error.
 #include "app/standard_descriptors.h"
 
 #include <fcntl.h>

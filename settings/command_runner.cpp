@@ -1,3 +1,4 @@
+// Command lines, the shells that run them, and the pipe from which their output is read.
 #include "settings/command_runner.h"
 
 #include <sys/wait.h>

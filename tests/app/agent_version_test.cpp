@@ -1,3 +1,4 @@
+// What a line of the agent's says of its version, and an agent that cannot be asked.
 #include "app/agent_version.h"
 
 #include <gtest/gtest.h>

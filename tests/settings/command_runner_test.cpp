@@ -1,3 +1,4 @@
+// Real commands in real shells: their results, what is read of them, and what can fail.
 #include "settings/command_runner.h"
 
 #include <fcntl.h>
