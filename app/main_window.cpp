@@ -1,17 +1,17 @@
+// The main window.
 #include "app/main_window.h"
 
 #include <gtk/gtk.h>
 
 #include "app/agent_version.h"
 #include "app/save.h"
-#include "pages/button_box.h"
-#include "pages/general/collect.h"
 #include "pages/general/general_page.h"
 #include "pages/groups/groups_page.h"
 #include "pages/ok_button.h"
+#include "pages/widgets.h"
 #include "settings/agent_settings.h"
 #include "settings/xml/settings_file.h"
-#include "text/to_utf8.h"
+#include "text/shown_text.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ constexpr char kIconFile[] = "/usr/share/pixmaps/agent_48.png";
 constexpr guint kRefreshInterval = 3000;  // milliseconds
 
 // Cancel, and the window's close control. Nothing is written.
-gboolean HandleCancel() {
+gboolean OnCancel() {
   agent_version.Reset();
   FreeSettings();
   SaveSettingsFile(0);  // discards the XML document; none is held, the registry is the store
@@ -27,13 +27,18 @@ gboolean HandleCancel() {
   return FALSE;
 }
 
+gboolean OnRefreshTimer(gpointer) {
+  RefreshCurrentGateway();
+  return TRUE;  // to be called again
+}
+
 GtkWidget *NewWindow() {
   GtkWidget *window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
   gtk_window_set_title(GTK_WINDOW(window),
-                       ShownText("Agent Configure Manager", "Title", "MainWindow").Get());
+                       ShownText("MainWindow", "Title", "Agent Configure Manager").Get());
   gtk_window_set_resizable(GTK_WINDOW(window), FALSE);
   gtk_window_set_position(GTK_WINDOW(window), GTK_WIN_POS_CENTER);
-  g_signal_connect_swapped(window, "delete_event", G_CALLBACK(HandleCancel), nullptr);
+  g_signal_connect_swapped(window, "delete_event", G_CALLBACK(OnCancel), nullptr);
   g_signal_connect_swapped(window, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
   gtk_container_set_border_width(GTK_CONTAINER(window), 10);
   return window;
@@ -52,28 +57,16 @@ void AddNotebook(GtkWidget *box, const char *name) {
 
   BuildGeneralPage(agent_version.Get());
   BuildGroupsPage();
-  AppendPage(notebook, GeneralPageWidget(), ShownText("General", "Page_General", "MainWindow"));
-  AppendPage(notebook, GroupsPageWidget(), ShownText("Groups", "Page_Groups", "MainWindow"));
+  AppendPage(notebook, GeneralPageWidget(), ShownText("MainWindow", "Page_General", "General"));
+  AppendPage(notebook, GroupsPageWidget(), ShownText("MainWindow", "Page_Groups", "Groups"));
   gtk_notebook_set_current_page(GTK_NOTEBOOK(notebook), 0);
-}
-
-GtkWidget *AddButton(GtkWidget *box, const HeapText &label, gboolean (*handler)()) {
-  GtkWidget *button = gtk_button_new_with_label(label.Get());
-  g_signal_connect_swapped(button, "clicked", G_CALLBACK(handler), nullptr);
-  gtk_container_add(GTK_CONTAINER(box), button);
-  gtk_widget_show(button);
-  return button;
 }
 
 void AddButtons(GtkWidget *box) {
   GtkWidget *buttons = gtk_hbutton_box_new();
-  gtk_container_set_border_width(GTK_CONTAINER(buttons), 5);
-  gtk_box_pack_start(GTK_BOX(box), buttons, TRUE, TRUE, 10);
-  gtk_button_box_set_layout(GTK_BUTTON_BOX(buttons), GTK_BUTTONBOX_END);
-  gtk_box_set_spacing(GTK_BOX(buttons), 10);
-  SetMinimumButtonSize(buttons, 85, 20);
-  SetOkButton(AddButton(buttons, ShownText("OK", "Button_OK", "General"), HandleOk));
-  AddButton(buttons, ShownText("Cancel", "Button_Cancel", "General"), HandleCancel);
+  AddButtonBox(box, buttons, GTK_BUTTONBOX_END);
+  SetOkButton(AddButton(buttons, ShownText("General", "Button_OK", "OK"), G_CALLBACK(OnOkClicked)));
+  AddButton(buttons, ShownText("General", "Button_Cancel", "Cancel"), G_CALLBACK(OnCancel));
 }
 
 // A missing icon file is no fault.
@@ -95,7 +88,7 @@ void OpenMainWindow() {
   gtk_container_add(GTK_CONTAINER(window), box);
   AddNotebook(box, gtk_window_get_title(GTK_WINDOW(window)));
   AddButtons(box);
-  g_timeout_add(kRefreshInterval, RefreshCurrentGateway, nullptr);
+  g_timeout_add(kRefreshInterval, OnRefreshTimer, nullptr);
   SetIcon(window);
   gtk_widget_show_all(window);
 }

@@ -1,3 +1,4 @@
+// What OK does.
 #include "app/save.h"
 
 #include <gtk/gtk.h>
@@ -6,15 +7,15 @@
 #include "pages/general/collect.h"
 #include "settings/agent_settings.h"
 #include "text/message_dialogs.h"
-#include "text/to_utf8.h"
+#include "text/shown_text.h"
 
 namespace {
 
 void ShowRestartHint() {
   const HeapText hint =
-      ShownText("The settings will only take effect after the Agent is restarted.",
-                "Msg_RESTART_HINTS", "Message");
-  const HeapText warning = ShownText("Warning", "Msg_WARNING", "Message");
+      ShownText("Message", "Msg_RESTART_HINTS",
+                "The settings will only take effect after the Agent is restarted.");
+  const HeapText warning = ShownText("Message", "Msg_WARNING", "Warning");
   ShowInfoMessage(warning.Get(), hint.Get());
 }
 
@@ -26,7 +27,7 @@ bool WasCancelled() {
 
 }  // namespace
 
-gboolean HandleOk() {
+gboolean OnOkClicked() {
   const RefreshHold hold;  // what is collected here is what is saved
   agent_version.Reset();   // the label has a copy of its own, should the window stay open
   if (CollectGeneralSettings() != 0 || WasCancelled()) {

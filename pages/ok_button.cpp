@@ -1,3 +1,4 @@
+// The slot for the main window's OK button.
 #include "pages/ok_button.h"
 
 namespace {

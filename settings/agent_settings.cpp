@@ -1,3 +1,4 @@
+// Loading, refreshing and saving the seven settings.
 #include "settings/agent_settings.h"
 
 #include <QByteArray>
@@ -27,6 +28,7 @@ constexpr std::array<SettingRow, kSettingCount> kSettings{{
 }};
 constexpr char kBranch[] = "root/vexa/agent/";
 
+int refresh_holds = 0;
 SettingTexts loaded_settings;  // as read at start; never changed afterwards
 
 QString FromBytes(const char *bytes) {
@@ -74,14 +76,20 @@ void SaveSettings() {
   registry.Commit();
 }
 
-bool ReadCurrentGateway(HeapText &value) {
+void RefreshCurrentGateway() {
   const RegistryClient registry;
-  QString text;
-  if (!registry.GetValue(KeyOf(kSettings[CurrentGateway]), text)) {
-    return false;
+  QString gateway;
+  if (registry.GetValue(KeyOf(kSettings[CurrentGateway]), gateway) && refresh_holds == 0) {
+    agent_settings[CurrentGateway] = ToBytes(gateway);
   }
-  value = ToBytes(text);
-  return true;
+}
+
+RefreshHold::RefreshHold() {
+  ++refresh_holds;
+}
+
+RefreshHold::~RefreshHold() {
+  --refresh_holds;
 }
 
 void FreeSettings() {

@@ -1,5 +1,5 @@
-// The seven settings of the management agent: what they are called, how they are loaded at start
-// and saved on OK.
+// The seven settings of the management agent: what they are called, how they are loaded at start,
+// how the current gateway is refreshed, and how they are saved on OK.
 #pragma once
 
 #include <array>
@@ -45,9 +45,19 @@ void FillSettings(AgentSettings &settings, const SettingTexts &loaded);
 // go through the client's command line: the registry keeps what it had for that setting.
 void SaveSettings();
 
-// Reads the current gateway into `value`, replacing the text. False, with `value` untouched, when
-// the client said nothing.
-bool ReadCurrentGateway(HeapText &value);
+// Makes CurrentGateway what the registry holds, when it can be read. In memory only: the entry,
+// into which the user may be typing, stays as it is.
+void RefreshCurrentGateway();
+
+// While one of these lives, the refresh asks but leaves the setting alone: what OK has collected is
+// what it saves, however long its messages stay open.
+class RefreshHold {
+ public:
+  RefreshHold();
+  ~RefreshHold();
+  RefreshHold(const RefreshHold &) = delete;
+  RefreshHold &operator=(const RefreshHold &) = delete;
+};
 
 // Frees the working texts; they are absent afterwards.
 void FreeSettings();

@@ -1,3 +1,4 @@
+// The commands of the registry's client, and what it prints.
 #include "settings/registry_client.h"
 
 #include <QByteArray>
@@ -12,8 +13,8 @@ using CommandRunner::RunCommand;
 
 namespace {
 
-// The line's text behind its first `skipped` bytes, without any CR and LF at its end.
-QString TextBehind(std::string_view line, std::size_t skipped) {
+// The line's text after its first `skipped` bytes, without any CR and LF at its end.
+QString TextAfter(std::string_view line, std::size_t skipped) {
   line.remove_prefix(skipped < line.size() ? skipped : line.size());
   const std::size_t length = line.size() < INT_MAX ? line.size() : INT_MAX;
   QString text = QString::fromLatin1(line.data(), static_cast<int>(length));
@@ -30,13 +31,13 @@ RegistryEntry ParseEntry(std::string_view line) {
     return line.substr(0, word.size()) == word;
   };
   if (begins_with("key")) {
-    return {RegistryEntry::kKey, TextBehind(line, 4)};
+    return {RegistryEntry::kKey, TextAfter(line, 4)};
   }
   if (begins_with("dir")) {
-    return {RegistryEntry::kDir, TextBehind(line, 4)};
+    return {RegistryEntry::kDir, TextAfter(line, 4)};
   }
   if (begins_with("value")) {
-    return {RegistryEntry::kValue, TextBehind(line, 6)};
+    return {RegistryEntry::kValue, TextAfter(line, 6)};
   }
   return {};
 }

@@ -18,7 +18,7 @@
 struct RegistryEntry {
   enum Kind { kOther = -1, kKey = 0, kDir = 1, kValue = 2 };
   Kind kind = kOther;
-  QString text;  // behind the word and one more byte, without CR and LF at its end; else empty
+  QString text;  // after the word and one more byte, without CR and LF at its end; else empty
 };
 
 // Reads what the client printed to its end: one entry for each line, whatever it holds.

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstdlib>
-#include <cstring>
 #include <memory>
+#include <string_view>
 
 // A NUL-terminated byte string on the heap, or null ("absent"). Move-only; the text is allocated at
 // its exact size and replaced whole. It says nothing about the encoding: whoever hands one out
@@ -12,19 +12,19 @@ class HeapText {
  public:
   HeapText() = default;
 
-  // A fresh copy. Null when `text` is null or no memory is left.
-  static HeapText Copy(const char *text) {
-    return text == nullptr ? HeapText() : Copy(text, std::strlen(text));
-  }
-
-  // A fresh copy of `length` bytes, terminated. Null when no memory is left.
-  static HeapText Copy(const char *bytes, std::size_t length) {
-    auto *copy = static_cast<char *>(std::malloc(length + 1));
+  // A fresh copy, terminated. Null when no memory is left.
+  static HeapText Copy(std::string_view text) {
+    auto *copy = static_cast<char *>(std::malloc(text.size() + 1));
     if (copy != nullptr) {
-      std::memcpy(copy, bytes, length);
-      copy[length] = '\0';
+      text.copy(copy, text.size());
+      copy[text.size()] = '\0';
     }
     return Adopt(copy);
+  }
+
+  // The same of a text that may be null; then the copy is null too.
+  static HeapText Copy(const char *text) {
+    return text == nullptr ? HeapText() : Copy(std::string_view(text));
   }
 
   // Takes over a text from malloc, or from GLib (whose allocator is malloc).
@@ -37,7 +37,6 @@ class HeapText {
   explicit operator bool() const { return static_cast<bool>(text_); }
   const char *Get() const { return text_.get(); }                   // may be null
   const char *OrEmpty() const { return text_ ? text_.get() : ""; }  // never null
-  char *Writable() { return text_.get(); }                          // may be null
 
   // Frees the text and leaves it absent.
   void Reset() { text_.reset(); }

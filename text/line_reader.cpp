@@ -1,3 +1,4 @@
+// Reading texts line by line.
 #include "text/line_reader.h"
 
 bool ReadLine(std::FILE *stream, std::size_t limit, std::string &line) {

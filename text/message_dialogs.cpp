@@ -1,3 +1,4 @@
+// The two message dialogs.
 #include "text/message_dialogs.h"
 
 #include <gtk/gtk.h>

@@ -1,3 +1,4 @@
+// Reading the string tables and looking texts up in them.
 #include "text/string_table.h"
 
 #include <cctype>
@@ -71,14 +72,14 @@ void ParseLine(StringTable &table, const std::string &line) {
 
 }  // namespace
 
-StringTable &ProcessStringTable() {
+StringTable &GlobalStringTable() {
   static auto *const table = new StringTable;
   return *table;
 }
 
 void LoadStringTable() {
   std::setlocale(LC_ALL, "");
-  StringTable &table = ProcessStringTable();
+  StringTable &table = GlobalStringTable();
   table.directory = kDirectory;
   LoadLocaleTexts(table, LocaleNameFromLine(ReadLocaleLine()));
 }
@@ -134,14 +135,14 @@ bool ParsePropFile(StringTable &table, const std::string &path) {
   return true;
 }
 
-HeapText LookupText(const char *section, const char *key, const char *english) {
-  for (const TextSection &candidate : ProcessStringTable().sections) {
+HeapText LookupText(std::string_view section, std::string_view key, std::string_view english) {
+  for (const TextSection &candidate : GlobalStringTable().sections) {
     if (candidate.name != section) {
       continue;
     }
     for (const TextEntry &entry : candidate.entries) {
       if (entry.key == key) {
-        return HeapText::Copy(entry.value.c_str());
+        return HeapText::Copy(entry.value);
       }
     }
   }

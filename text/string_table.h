@@ -1,11 +1,12 @@
 // The string table: every text that the user sees, by section and key, from one `.prop` file chosen
 // by the locale. The English text stands at each call site, so the program works without a file.
 //
-// All texts are bytes in whatever encoding the file uses, normally the locale's; text/to_utf8.h
+// All texts are bytes in whatever encoding the file uses, normally the locale's; text/shown_text.h
 // makes them fit to show.
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "text/heap_text.h"
@@ -28,7 +29,7 @@ struct StringTable {
 };
 
 // The one table of the process: made on first use, filled by LoadStringTable, never destroyed.
-StringTable &ProcessStringTable();
+StringTable &GlobalStringTable();
 
 // Sets the process locale from the environment and fills the process table with the texts of that
 // locale. Called once, before any widget is built. Reports nothing: without a usable file the table
@@ -52,7 +53,7 @@ bool ParsePropFile(StringTable &table, const std::string &path);
 
 // A copy of the text of that section and key in the process table, or of `english`. Names compare
 // byte by byte; the first match in file order wins. Null only when no memory is left.
-HeapText LookupText(const char *section, const char *key, const char *english);
+HeapText LookupText(std::string_view section, std::string_view key, std::string_view english);
 
 // Removes white space from both ends of a writable text, in place.
 void TrimSpace(char *text);

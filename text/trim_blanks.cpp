@@ -1,3 +1,4 @@
+// Trimming what the user typed.
 #include "text/trim_blanks.h"
 
 #include <cstring>
@@ -14,7 +15,7 @@ void TrimBlanks(char *text) {
   std::memmove(text, text + leading, end - leading + 1);
 }
 
-std::string TrimmedBlanks(const char *text) {
+std::string TrimmedBlanks(std::string_view text) {
   std::string trimmed(text);
   TrimBlanks(trimmed.data());
   trimmed.resize(std::strlen(trimmed.c_str()));

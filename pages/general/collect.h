@@ -1,4 +1,4 @@
-// From the page's widgets to the settings on OK, and the refresh of the current gateway.
+// From the General page's widgets to the settings, on OK.
 #pragma once
 
 #include <gtk/gtk.h>
@@ -8,26 +8,12 @@
 // The numbers by which ReadComboValue knows the combo boxes.
 enum ComboKind { kPullInterval = 0, kLogLevel = 1, kDelayScope = 2 };
 
-// Checks the combo box's typed text, which may show a message, and gives the active row's value in
-// decimal. Null when the text is not valid.
+// Checks the typed text of a duration, which may show a message, and gives the active row's number
+// in decimal. Null when the text is not valid. `store` is the one under the combo box.
 HeapText ReadComboValue(GtkWidget *combo, GtkListStore *store, ComboKind kind);
 
 // Makes settings 1 to 5 what the page shows. Returns 0, or 1 when a value was refused: the user has
 // been told, the settings after it are as they were, and it is itself the wrong text when it is a
-// gateway, absent when it is a duration. 1 too when the page was destroyed under a message.
+// gateway, absent when it is a duration. 1 too when the page was destroyed while a message was
+// open.
 int CollectGeneralSettings();
-
-// While one of these lives, the refresh leaves the setting alone: what OK has collected is what it
-// saves, however long its messages stay open.
-class RefreshHold {
- public:
-  RefreshHold();
-  ~RefreshHold();
-  RefreshHold(const RefreshHold &) = delete;
-  RefreshHold &operator=(const RefreshHold &) = delete;
-};
-
-// Timer callback: makes the setting CurrentGateway what the registry holds, when it can be read. In
-// memory only: the entry, into which the user may be typing, stays as it is. Always true, to be
-// called again.
-gboolean RefreshCurrentGateway(gpointer);

@@ -1,3 +1,4 @@
+// Whether a text names a gateway.
 #include "pages/general/gateway.h"
 
 #include <arpa/inet.h>

@@ -1,4 +1,4 @@
-// Whether a text names a gateway.
+// Whether a text names a gateway. No widgets.
 #pragma once
 
 #include <string>

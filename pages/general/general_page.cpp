@@ -1,113 +1,80 @@
+// The first page of the notebook, built from top to bottom.
 #include "pages/general/general_page.h"
 
-#include "pages/accessible.h"
-#include "pages/general/choices.h"
-#include "pages/general/duration_check.h"
-#include "pages/general/duration_choices.h"
+#include "pages/filled_entry.h"
+#include "pages/general/choice_list.h"
 #include "pages/general/general_page_widgets.h"
-#include "pages/quote_guard.h"
-#include "settings/agent_settings.h"
-#include "text/to_utf8.h"
+#include "pages/general/log_level.h"
+#include "pages/guarded_entry.h"
+#include "pages/widgets.h"
+#include "text/message_dialogs.h"
+#include "text/shown_text.h"
 
 GeneralPage general_page;
 
 namespace {
 
-GtkWidget *AddVersionLabel(GtkWidget *box, const char *text, GtkJustification justification) {
-  GtkWidget *label = gtk_label_new(text);
-  gtk_label_set_justify(GTK_LABEL(label), justification);
-  gtk_misc_set_alignment(GTK_MISC(label), 0.0F, 0.0F);
-  gtk_container_add(GTK_CONTAINER(box), label);
-  gtk_widget_show(label);
-  return label;
+HeapText PageText(const char *key, const char *english) {
+  return ShownText("Page_General", key, english);
 }
 
-void AddVersion(const char *agent_version) {
-  GtkWidget *outer = gtk_vbox_new(FALSE, 0);
-  gtk_container_set_border_width(GTK_CONTAINER(outer), 5);
-  gtk_box_pack_start(GTK_BOX(general_page.box), outer, TRUE, TRUE, 0);
-  gtk_widget_show(outer);
-  GtkWidget *inner = gtk_hbox_new(FALSE, 10);
-  gtk_container_set_border_width(GTK_CONTAINER(inner), 5);
-  gtk_box_pack_start(GTK_BOX(outer), inner, TRUE, TRUE, 0);
-  gtk_widget_show(inner);
-
-  GtkWidget *label =
-      AddVersionLabel(inner, ShownText("Agent Version :", "Label_AgentVer", "Page_General").Get(),
-                      GTK_JUSTIFY_CENTER);
-  const HeapText version = agent_version == nullptr ? HeapText() : ShowableBytes(agent_version);
-  LabelField(label, AddVersionLabel(inner, version.Get(), GTK_JUSTIFY_LEFT));
-}
-
-// The box inside the frame.
-GtkWidget *AddFrame() {
-  GtkWidget *frame = gtk_frame_new(ShownText("Settings", "Frame_Settings", "Page_General").Get());
-  gtk_container_set_border_width(GTK_CONTAINER(frame), 10);
-  gtk_widget_set_size_request(frame, 400, 250);
-  gtk_box_pack_start(GTK_BOX(general_page.box), frame, TRUE, TRUE, 10);
-  gtk_widget_show(frame);
-  GtkWidget *box = gtk_hbox_new(FALSE, 0);
+GtkWidget *AddBox(GtkWidget *parent, GtkWidget *box) {
   gtk_container_set_border_width(GTK_CONTAINER(box), 5);
-  gtk_container_add(GTK_CONTAINER(frame), box);
+  gtk_box_pack_start(GTK_BOX(parent), box, TRUE, TRUE, 0);
   gtk_widget_show(box);
   return box;
 }
 
-GtkWidget *AddColumn(GtkWidget *box, guint padding) {
-  GtkWidget *column = gtk_vbox_new(FALSE, 10);
-  gtk_container_set_border_width(GTK_CONTAINER(column), 5);
-  gtk_box_pack_start(GTK_BOX(box), column, TRUE, TRUE, padding);
-  gtk_widget_show(column);
-  return column;
+void Align(GtkWidget *label, GtkJustification justification) {
+  gtk_label_set_justify(GTK_LABEL(label), justification);
+  gtk_misc_set_alignment(GTK_MISC(label), 0.0F, 0.0F);
 }
 
-void AddField(GtkWidget *column, GtkWidget *field) {
-  gtk_container_add(GTK_CONTAINER(column), field);
-  gtk_widget_show(field);
+void AddVersion(const char *agent_version) {
+  GtkWidget *row =
+      AddBox(AddBox(general_page.box, gtk_vbox_new(FALSE, 0)), gtk_hbox_new(FALSE, 10));
+  const HeapText text = agent_version == nullptr ? HeapText() : ShowableBytes(agent_version);
+  GtkWidget *version = gtk_label_new(text.Get());
+  Align(AddLabel(row, version, PageText("Label_AgentVer", "Agent Version :")), GTK_JUSTIFY_CENTER);
+  Align(version, GTK_JUSTIFY_LEFT);
+  AddField(row, version);
 }
 
-GtkWidget *AddGateway(GtkWidget *column, Setting setting) {
-  GtkWidget *entry = gtk_entry_new();
-  gtk_entry_set_max_length(GTK_ENTRY(entry), kEntryLimit);
-  GuardEntry(GTK_ENTRY(entry));
-  FillGuardedEntry(GTK_ENTRY(entry), agent_settings[setting].OrEmpty());
-  AddField(column, entry);
+GtkEntry *AddGateway(GtkWidget *column, Setting setting) {
+  GtkEntry *entry = AddEntry(column, kEntryLimit);
+  GuardEntry(entry);
+  FillEntry(entry, agent_settings[setting].OrEmpty());
   return entry;
 }
 
-GtkWidget *AddDurationCombo(GtkWidget *column, GtkListStore *store) {
-  GtkWidget *combo = gtk_combo_box_new_with_model_and_entry(GTK_TREE_MODEL(store));
-  gtk_combo_box_set_entry_text_column(GTK_COMBO_BOX(combo), kTextColumn);
-  gtk_entry_set_max_length(GTK_ENTRY(EntryOf(combo)), kEntryLimit);
-  IgnoreWheel(combo);
-  AddField(column, combo);
-  return combo;
-}
-
-void ConnectDurationEntry(GtkWidget *combo, gboolean (*on_focus)(),
-                          gboolean (*on_key)(gpointer, const GdkEventKey *), void (*validate)()) {
-  GtkWidget *entry = EntryOf(combo);
-  g_signal_connect_swapped(entry, "focus", G_CALLBACK(on_focus), nullptr);
-  g_signal_connect_swapped(entry, "key-press-event", G_CALLBACK(on_key), nullptr);
-  g_signal_connect_swapped(entry, "activate", G_CALLBACK(validate), nullptr);
-}
-
-void AddPullInterval(GtkWidget *column) {
-  BuildPullIntervalStore();
-  general_page.pull_interval = AddDurationCombo(column, general_page.pull_interval_store);
-  SelectPullInterval(general_page.pull_interval);
-  ConnectDurationEntry(general_page.pull_interval, OnPullIntervalFocus, OnPullIntervalKey,
-                       ValidatePullInterval);
-}
+// The functions by which a duration's signals know it.
+struct DurationHandlers {
+  void (*select)(GtkWidget *combo);
+  gboolean (*on_focus)();
+  gboolean (*on_key)(gpointer, const GdkEventKey *event);
+  void (*validate)();
+};
 
 // Connected last, so that opening the window changes nothing.
+void AddDuration(GtkWidget *column, DurationField &field, const DurationHandlers &handlers) {
+  field.combo = gtk_combo_box_new_with_model_and_entry(GTK_TREE_MODEL(field.store));
+  gtk_combo_box_set_entry_text_column(GTK_COMBO_BOX(field.combo), kShownColumn);
+  GtkEntry *entry = EntryOf(field.combo);
+  gtk_entry_set_max_length(entry, kEntryLimit);
+  handlers.select(field.combo);
+  g_signal_connect_swapped(entry, "focus", G_CALLBACK(handlers.on_focus), nullptr);
+  g_signal_connect_swapped(entry, "key-press-event", G_CALLBACK(handlers.on_key), nullptr);
+  g_signal_connect_swapped(entry, "activate", G_CALLBACK(handlers.validate), nullptr);
+  IgnoreWheel(field.combo);
+  AddField(column, field.combo);
+}
+
 void AddLogLevel(GtkWidget *column) {
-  BuildLogLevelStore();
   GtkWidget *combo = gtk_combo_box_new_with_model(GTK_TREE_MODEL(general_page.log_level_store));
   general_page.log_level = combo;
   GtkCellRenderer *cell = gtk_cell_renderer_text_new();
   gtk_cell_layout_pack_start(GTK_CELL_LAYOUT(combo), cell, TRUE);
-  gtk_cell_layout_add_attribute(GTK_CELL_LAYOUT(combo), cell, "text", kTextColumn);
+  gtk_cell_layout_add_attribute(GTK_CELL_LAYOUT(combo), cell, "text", kShownColumn);
   gtk_combo_box_set_active(GTK_COMBO_BOX(combo), 0);
   SelectLogLevel(combo);
   g_signal_connect_swapped(combo, "changed", G_CALLBACK(OnLogLevelChanged), nullptr);
@@ -115,39 +82,28 @@ void AddLogLevel(GtkWidget *column) {
   AddField(column, combo);
 }
 
-void AddDelayScope(GtkWidget *column) {
-  BuildDelayScopeStore();
-  general_page.delay_scope = AddDurationCombo(column, general_page.delay_scope_store);
-  SelectDelayScope(general_page.delay_scope);
-  ConnectDurationEntry(general_page.delay_scope, OnDelayScopeFocus, OnDelayScopeKey,
-                       ValidateDelayScope);
-}
-
 void AddFields(GtkWidget *column) {
-  general_page.current_gateway = AddGateway(column, CurrentGateway);
-  general_page.backup_gateway = AddGateway(column, BackupGateway);
-  AddPullInterval(column);
+  GeneralPage &page = general_page;
+  page.current_gateway = AddGateway(column, CurrentGateway);
+  page.backup_gateway = AddGateway(column, BackupGateway);
+  BuildPullIntervalStore();
+  AddDuration(column, page.pull_interval,
+              {SelectPullInterval, OnPullIntervalFocus, OnPullIntervalKey, ValidatePullInterval});
+  BuildLogLevelStore();
   AddLogLevel(column);
-  AddDelayScope(column);
-}
-
-void AddLabel(GtkWidget *column, GtkWidget *field, const HeapText &text) {
-  GtkWidget *label = gtk_label_new(text.Get());
-  LabelField(label, field);
-  gtk_container_add(GTK_CONTAINER(column), label);
-  gtk_widget_show(label);
+  BuildDelayScopeStore();
+  AddDuration(column, page.delay_scope,
+              {SelectDelayScope, OnDelayScopeFocus, OnDelayScopeKey, ValidateDelayScope});
 }
 
 void AddLabels(GtkWidget *column) {
-  AddLabel(column, general_page.current_gateway,
-           ShownText("Current Gateway", "Label_CurrentGW", "Page_General"));
-  AddLabel(column, general_page.backup_gateway,
-           ShownText("Backup Gateway", "Label_BackupGW", "Page_General"));
-  AddLabel(column, general_page.pull_interval,
-           ShownText("Pull Interval", "Label_Interval", "Page_General"));
-  AddLabel(column, general_page.log_level, ShownText("Log Level", "Label_Log", "Page_General"));
-  AddLabel(column, general_page.delay_scope,
-           ShownText("Delay Scope", "Label_Delay", "Page_General"));
+  const GeneralPage &page = general_page;
+  AddLabel(column, GTK_WIDGET(page.current_gateway),
+           PageText("Label_CurrentGW", "Current Gateway"));
+  AddLabel(column, GTK_WIDGET(page.backup_gateway), PageText("Label_BackupGW", "Backup Gateway"));
+  AddLabel(column, page.pull_interval.combo, PageText("Label_Interval", "Pull Interval"));
+  AddLabel(column, page.log_level, PageText("Label_Log", "Log Level"));
+  AddLabel(column, page.delay_scope.combo, PageText("Label_Delay", "Delay Scope"));
 }
 
 }  // namespace
@@ -157,12 +113,17 @@ void BuildGeneralPage(const char *agent_version) {
   g_signal_connect(general_page.box, "destroy", G_CALLBACK(gtk_widget_destroyed),
                    &general_page.box);
   AddVersion(agent_version);
-  GtkWidget *settings = AddFrame();
-  GtkWidget *labels = AddColumn(settings, 10);
-  GtkWidget *fields = AddColumn(settings, 5);
+  GtkWidget *row = AddFrame(general_page.box, PageText("Frame_Settings", "Settings"), 400, 250);
+  GtkWidget *labels = AddColumn(row, 10);
+  GtkWidget *fields = AddColumn(row, 5);
   AddFields(fields);  // first: each label is tied to its field
   AddLabels(labels);
   gtk_widget_show(general_page.box);
+}
+
+bool ShowFieldMessage(const FieldMessage &message) {
+  ShowMessage(ShownText("Message", message.key, message.english).Get());
+  return general_page.box != nullptr;
 }
 
 GtkWidget *GeneralPageWidget() {

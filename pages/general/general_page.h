@@ -4,7 +4,7 @@
 #include <gtk/gtk.h>
 
 // Builds the page, once, after the settings and the string table were loaded. The version
-// (bytes; null: none is known) is shown with its line end, and with a replacement for what is no
+// (bytes; null: none is known) is shown with its line end, and with a replacement for what is not
 // UTF-8; the text stays the caller's.
 void BuildGeneralPage(const char *agent_version);
 

@@ -3,22 +3,23 @@
 
 #include <gtk/gtk.h>
 
+#include "pages/general/duration_field.h"
+
 // In the order of the screen; the widgets are borrowed from their parents, the stores are the
-// page's own. All null before the page is built.
+// page's own for the life of the program. All null before the page is built, and `box` again once
+// it was destroyed, and all other widgets with it.
 struct GeneralPage {
-  GtkWidget *box;              // null again once it was destroyed, and all other widgets with it
-  GtkWidget *current_gateway;  // entry
-  GtkWidget *backup_gateway;   // entry
-  GtkWidget *pull_interval;    // combo box with entry
-  GtkListStore *pull_interval_store;
-  GtkWidget *log_level;  // combo box
-  GtkListStore *log_level_store;
-  GtkWidget *delay_scope;  // combo box with entry
-  GtkListStore *delay_scope_store;
+  GtkWidget *box = nullptr;
+  GtkEntry *current_gateway = nullptr;
+  GtkEntry *backup_gateway = nullptr;
+  DurationField pull_interval = {kPullIntervalKind};
+  GtkWidget *log_level = nullptr;  // combo box
+  GtkListStore *log_level_store = nullptr;
+  DurationField delay_scope = {kDelayScopeKind};
 };
 extern GeneralPage general_page;
 
-// The entry inside a combo box that has one.
-inline GtkWidget *EntryOf(GtkWidget *combo) {
-  return gtk_bin_get_child(GTK_BIN(combo));
-}
+// Shows a message about a field and then turns to the page: OK checks its fields while the other
+// page may be showing, and the fault is to be on the screen. False when the page is gone
+// afterwards, since its window can be destroyed from outside while the message is open.
+bool ShowFieldMessage(const FieldMessage &message);

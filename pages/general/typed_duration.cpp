@@ -1,13 +1,25 @@
+// What a typed duration means.
 #include "pages/general/typed_duration.h"
 
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <string>
 
 #include "text/trim_blanks.h"
+#include "text/utf8.h"
 
 namespace {
+
+// The first characters of a UTF-8 text, as many as an entry holds.
+std::string_view HeldByEntry(std::string_view text) {
+  std::size_t bytes = 0;
+  for (int characters = 0; bytes < text.size(); ++bytes) {
+    if (!ContinuesCharacter(text[bytes]) && ++characters > kEntryLimit) {
+      break;
+    }
+  }
+  return text.substr(0, bytes);
+}
 
 bool IsDigit(char byte) {
   return byte >= '0' && byte <= '9';
@@ -19,7 +31,7 @@ bool BeginsLikeNumber(const std::string &typed) {
 }
 
 std::string WithoutPlus(const std::string &typed) {
-  return typed[0] == '+' ? typed.substr(1) : typed;
+  return typed.substr(typed[0] == '+' ? 1 : 0);
 }
 
 // Not strtol's own choice: newer C libraries also know "0b" for binary there, and "0b11" is 0.
@@ -36,7 +48,11 @@ bool RoundsUp(const char *after_number) {
   return after_number[0] == '.' && after_number[1] > '4' && IsDigit(after_number[1]);
 }
 
-TypedDuration ReadNumber(const std::string &text, int limit) {
+// Reads the number from `text`, if `typed` looks like one.
+TypedDuration ReadNumber(const std::string &typed, const std::string &text, int limit) {
+  if (!BeginsLikeNumber(typed)) {
+    return {DurationFault::kFormat, 0};
+  }
   char *end = nullptr;
   long long number = std::strtoll(text.c_str(), &end, BaseOf(text.c_str()));  // saturates
   if (end == text.c_str()) {
@@ -53,18 +69,18 @@ TypedDuration ReadNumber(const std::string &text, int limit) {
 
 }  // namespace
 
-TypedDuration ParseTypedInterval(const char *entry_text) {
-  const std::string typed = TrimmedBlanks(entry_text);
-  if (!BeginsLikeNumber(typed)) {
-    return {DurationFault::kFormat, 0};
-  }
-  return ReadNumber(std::string(entry_text, WithoutPlus(typed).size()), kMaxInterval);
+// A row of more than 50 characters, or with blanks at its ends, is a translator's slip; it is found
+// all the same.
+bool NamesRow(std::string_view typed, std::string_view row_text, int row_number) {
+  return typed == TrimmedBlanks(HeldByEntry(row_text)) || typed == std::to_string(row_number);
 }
 
-TypedDuration ParseTypedDelay(const char *entry_text) {
+TypedDuration ParseTypedInterval(const std::string &entry_text) {
   const std::string typed = TrimmedBlanks(entry_text);
-  if (!BeginsLikeNumber(typed)) {
-    return {DurationFault::kFormat, 0};
-  }
-  return ReadNumber(WithoutPlus(typed), kMaxDelay);
+  return ReadNumber(typed, entry_text.substr(0, WithoutPlus(typed).size()), kMaxInterval);
+}
+
+TypedDuration ParseTypedDelay(const std::string &entry_text) {
+  const std::string typed = TrimmedBlanks(entry_text);
+  return ReadNumber(typed, WithoutPlus(typed), kMaxDelay);
 }

@@ -1,5 +1,15 @@
-// What a duration typed into the Pull Interval or the Delay Scope entry means.
+// What a duration typed into the Pull Interval or the Delay Scope entry means. No widgets.
 #pragma once
+
+#include <string>
+#include <string_view>
+
+// Characters that an entry of the General page holds at most.
+inline constexpr int kEntryLimit = 50;
+
+// Whether `typed`, UTF-8 without blanks at its ends, names a row: by the row's text, as an entry
+// that shows it gives it back, or by its number in decimal.
+bool NamesRow(std::string_view typed, std::string_view row_text, int row_number);
 
 enum class DurationFault {
   kNone,
@@ -12,16 +22,16 @@ struct TypedDuration {
   int minutes;  // 0 with a fault
 };
 
-constexpr int kMaxInterval = 10080;  // minutes
-constexpr int kMaxDelay = 60;        // minutes
+inline constexpr int kMaxInterval = 10080;  // minutes
+inline constexpr int kMaxDelay = 60;        // minutes
 
 // Both take the entry's text as it stands, blanks included, for a text that names no row. After an
-// optional plus sign comes a number that is hexadecimal after "0x", octal after another "0", else
-// decimal. One decimal rounds it up from .5; whatever else follows is ignored.
+// optional plus sign comes a number that is hexadecimal after "0x", octal after another "0", and
+// decimal otherwise. One decimal rounds it up from .5; whatever else follows is ignored.
 //
-// They differ in what they read as the number. That of an interval is looked for at the very start
-// of the entry, sign and blanks included, and as many bytes are lost at its end: "+30" is 3 and
-// " 45" is 4. That of a delay is what stands behind the sign: "+30" is 30, and "+-5" is -5, since
-// the only lower limit is that of the type.
-TypedDuration ParseTypedInterval(const char *entry_text);
-TypedDuration ParseTypedDelay(const char *entry_text);
+// They differ in what they read as the number. An interval is read from the very start of the
+// entry's text, sign and blanks included, and only as far as the text without these is long: "+30"
+// is 3 and " 45" is 4. A delay is what follows the sign: "+30" is 30, and "+-5" is -5, since the
+// only lower limit is that of the type.
+TypedDuration ParseTypedInterval(const std::string &entry_text);
+TypedDuration ParseTypedDelay(const std::string &entry_text);

@@ -10,14 +10,6 @@ enum GroupMode { kAddGroup, kEditGroup };
 extern std::string edited_group_name;
 extern std::string edited_group_value;
 
-// False until the user has pressed a key in the value field; meanwhile a change of the name empties
-// that field, as long as the name is no listed group's. Editing starts with true.
-extern bool value_typed;
-
-// What the last search for a duplicate found. Nothing else resets it, a new dialog neither: after a
-// duplicate was refused, a value that is refused next sends the focus to the name.
-extern bool duplicate_found;
-
 // Runs the dialog until its input is accepted, which changes the list of groups, or until it is
 // dismissed, which does not. The stored text is left to the caller. Does nothing while the dialog
 // is open already.

@@ -1,3 +1,4 @@
+// The list of static groups.
 #include "pages/groups/group_list.h"
 
 #include "settings/agent_settings.h"
@@ -20,7 +21,7 @@ std::string TextAt(GtkTreeIter *iter, GroupColumn column) {
 }
 
 void SetRow(GtkTreeIter *iter, const GroupRow &row) {
-  gtk_list_store_set(group_list, iter, kNameColumn, row.name.c_str(), kValueColumn,
+  gtk_list_store_set(group_list, iter, kGroupNameColumn, row.name.c_str(), kGroupValueColumn,
                      row.value.c_str(), -1);
 }
 
@@ -39,7 +40,7 @@ std::vector<GroupRow> GroupRows() {
   GtkTreeIter iter;
   for (gboolean more = gtk_tree_model_get_iter_first(GroupList(), &iter); more == TRUE;
        more = gtk_tree_model_iter_next(GroupList(), &iter)) {
-    rows.push_back({TextAt(&iter, kNameColumn), TextAt(&iter, kValueColumn)});
+    rows.push_back({TextAt(&iter, kGroupNameColumn), TextAt(&iter, kGroupValueColumn)});
   }
   return rows;
 }

@@ -10,7 +10,7 @@
 #include "pages/groups/groups_value.h"
 
 // The columns of the model, all texts, held exactly as they are stored: not always UTF-8.
-enum GroupColumn { kNameColumn, kValueColumn, kGroupColumns };
+enum GroupColumn { kGroupNameColumn, kGroupValueColumn, kGroupColumns };
 
 // Makes the list, empty. Called once, before anything else here.
 void CreateGroupList();

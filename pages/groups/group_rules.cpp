@@ -1,3 +1,4 @@
+// What the Groups page and its dialog decide.
 #include "pages/groups/group_rules.h"
 
 #include <algorithm>
@@ -27,7 +28,7 @@ bool IsWellKnown(const std::string &name) {
 // While the manual group's row is edited, its value stays free to hold a slash whatever name is
 // typed.
 GroupFault CheckValue(const GroupInput &input, const std::string &upper_name) {
-  const std::string value = TrimmedBlanks(input.value.c_str());
+  const std::string value = TrimmedBlanks(input.value);
   if (value.empty()) {
     return GroupFault::kValueEmpty;
   }
@@ -59,7 +60,7 @@ void ToUpperAscii(std::string &text) {
   }
 }
 
-std::string UpperName(const char *typed) {
+std::string UpperName(std::string_view typed) {
   std::string name = TrimmedBlanks(typed);
   ToUpperAscii(name);
   return name;
@@ -90,7 +91,7 @@ std::vector<std::string> NameChoices(const std::vector<GroupRow> &rows) {
 
 GroupFault CheckGroup(const GroupInput &input, const std::vector<GroupRow> &rows,
                       bool &duplicate_found) {
-  const std::string upper_name = UpperName(input.name.c_str());
+  const std::string upper_name = UpperName(input.name);
   if (upper_name.empty()) {
     return GroupFault::kNameEmpty;
   }

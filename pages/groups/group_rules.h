@@ -5,19 +5,20 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "pages/groups/groups_value.h"
 
-// Whether the setting asks for the groups of the DHCP tag. A number does unless it is zero; a text
-// that is none counts as zero. An absent (null) or empty setting does.
+// Whether the setting asks for the groups of the DHCP tag: every number but zero does, and so does
+// an absent (null) or empty setting. A text that does not begin with a number counts as zero.
 bool WantsDhcpGroups(const char *setting);
 
 // Turns a to z into A to Z, byte by byte; every other byte stays.
 void ToUpperAscii(std::string &text);
 
 // The typed name without blanks around it, in upper case.
-std::string UpperName(const char *typed);
+std::string UpperName(std::string_view typed);
 
 // The name under which a group of that upper-case name is listed: the manual group's own for its
 // spellings "MG" and "MANUAL GROUP", else the name itself.

@@ -1,23 +1,22 @@
+// The stored text of the static groups, read and written.
 #include "pages/groups/groups_value.h"
 
 #include <algorithm>
 #include <string_view>
+
+#include "text/utf8.h"
 
 namespace {
 
 constexpr std::string_view kStoredManualGroup = "MG";
 constexpr std::size_t kMaxContinuationBytes = 3;  // of one UTF-8 character
 
-bool IsContinuation(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 std::string_view CutName(std::string_view name) {
   if (name.size() <= kMaxNameBytes) {
     return name;
   }
   std::size_t length = kMaxNameBytes;
-  while (length > kMaxNameBytes - kMaxContinuationBytes && IsContinuation(name[length])) {
+  while (length > kMaxNameBytes - kMaxContinuationBytes && ContinuesCharacter(name[length])) {
     --length;
   }
   return name.substr(0, length);
@@ -46,13 +45,12 @@ void ParseEntry(std::string_view entry, std::vector<GroupRow> &rows) {
 
 }  // namespace
 
-std::vector<GroupRow> ParseGroups(const char *stored) {
+std::vector<GroupRow> ParseGroups(std::string_view stored) {
   std::vector<GroupRow> rows;
-  std::string_view rest(stored);
-  while (!rest.empty()) {
-    const std::size_t length = std::min(rest.find(';'), rest.size());
-    ParseEntry(rest.substr(0, length), rows);
-    rest.remove_prefix(std::min(length + 1, rest.size()));
+  while (!stored.empty()) {
+    const std::size_t length = std::min(stored.find(';'), stored.size());
+    ParseEntry(stored.substr(0, length), rows);
+    stored.remove_prefix(std::min(length + 1, stored.size()));
   }
   return rows;
 }
@@ -66,5 +64,5 @@ HeapText FormatGroups(const std::vector<GroupRow> &rows) {
     text.append(text.empty() ? "" : ";").append(StoredName(row.name));
     text.append("=\"").append(row.value).append("\"");
   }
-  return HeapText::Copy(text.c_str(), text.size());
+  return HeapText::Copy(text);
 }

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "text/heap_text.h"
@@ -25,12 +26,11 @@ constexpr char kManualGroup[] = "Manual Group";
 // so as not to end inside a UTF-8 character.
 constexpr std::size_t kMaxNameBytes = 50;
 
-// The rows of a stored text (not null), in its order. An entry whose name begins with "MG" is the
-// manual group, whatever follows, as in "MG1". What stands right after an
-// entry's first equals sign and at its end is taken for the quotes, so quotes and equals signs
-// inside a value survive. Skipped are empty entries, those without an equals sign, and those too
-// short for the quotes.
-std::vector<GroupRow> ParseGroups(const char *stored);
+// The rows of a stored text, in its order. An entry whose name begins with "MG" is the
+// manual group, whatever follows, as in "MG1". The byte right after an entry's first equals sign
+// and its last byte are taken for the quotes, so quotes and equals signs inside a value survive.
+// Skipped are empty entries, those without an equals sign, and those too short for the quotes.
+std::vector<GroupRow> ParseGroups(std::string_view stored);
 
 // The text that stands for the rows, in their order. Null, not empty, when there are none.
 HeapText FormatGroups(const std::vector<GroupRow> &rows);

@@ -20,7 +20,7 @@ std::vector<std::string> FillTable(std::size_t texts) {
     keys.push_back("PullInterval_Store_Item" + std::to_string(i));
     section.entries.push_back({keys.back(), "text"});
   }
-  ProcessStringTable().sections = {section};
+  GlobalStringTable().sections = {section};
   return keys;
 }
 

@@ -8,7 +8,7 @@ namespace {
 
 // The value that the first entry of that name in file order has.
 std::string FirstValue(const std::string &section, const std::string &key) {
-  for (const TextSection &candidate : ProcessStringTable().sections) {
+  for (const TextSection &candidate : GlobalStringTable().sections) {
     for (const TextEntry &entry : candidate.entries) {
       if (candidate.name == section && entry.key == key) {
         return entry.value;
@@ -22,7 +22,7 @@ std::string FirstValue(const std::string &section, const std::string &key) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   const InputFile file(Bytes(data, size));
-  StringTable &table = ProcessStringTable();
+  StringTable &table = GlobalStringTable();
   CHECK_PROPERTY(ParsePropFile(table, file.Path()) && table.loaded);
   for (const TextSection &section : table.sections) {
     for (const TextEntry &entry : section.entries) {

@@ -119,19 +119,4 @@ TEST_F(AgentSettingsTest, BytesAreWrittenBackAsTheyWereRead) {
   EXPECT_EQ(regmux.Calls()[20], "[set][root/vexa/agent/PreAssignGroups][" + bytes + "]");
 }
 
-TEST_F(AgentSettingsTest, TheCurrentGatewayCanBeReadAgain) {
-  const FakeRegmux regmux("echo value 10.0.0.9");
-  HeapText value = HeapText::Copy("old");
-  EXPECT_TRUE(ReadCurrentGateway(value));
-  EXPECT_STREQ(value.Get(), "10.0.0.9");
-  EXPECT_EQ(regmux.Calls(), Texts{"[get][root/vexa/agent/CurrentGateway]"});
-}
-
-TEST_F(AgentSettingsTest, AClientThatSaysNothingLeavesTheGatewayAlone) {
-  const FakeRegmux regmux("");
-  HeapText value = HeapText::Copy("old");
-  EXPECT_FALSE(ReadCurrentGateway(value));
-  EXPECT_STREQ(value.Get(), "old");
-}
-
 }  // namespace

@@ -12,7 +12,7 @@ class Utf8LocaleTest : public testing::Test {
  protected:
   Utf8LocaleTest() { std::setlocale(LC_ALL, "C.UTF-8"); }
   ~Utf8LocaleTest() override {
-    ProcessStringTable() = StringTable();
+    GlobalStringTable() = StringTable();
     std::setlocale(LC_ALL, "C");
   }
 };

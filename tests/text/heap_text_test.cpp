@@ -26,7 +26,7 @@ TEST(HeapText, CopyOfNullIsAbsentAndOfEmptyIsNot) {
 }
 
 TEST(HeapText, CopiesExactlyTheGivenBytes) {
-  EXPECT_STREQ(HeapText::Copy("abcdef", 3).Get(), "abc");
+  EXPECT_STREQ(HeapText::Copy(std::string_view("abcdef", 3)).Get(), "abc");
 }
 
 TEST(HeapText, AMoveLeavesTheSourceAbsent) {

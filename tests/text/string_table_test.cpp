@@ -14,12 +14,12 @@ namespace {
 class StringTableTest : public testing::Test {
  protected:
   ~StringTableTest() override {
-    ProcessStringTable() = StringTable();
+    GlobalStringTable() = StringTable();
     EXPECT_EQ(CountDescriptors(), descriptors_before_);
   }
 
   bool Parse(std::string_view content) {
-    return ParsePropFile(ProcessStringTable(), directory_.Write("table.prop", content));
+    return ParsePropFile(GlobalStringTable(), directory_.Write("table.prop", content));
   }
   static std::string Lookup(const char *section, const char *key) {
     return LookupText(section, key, "(english)").Get();
@@ -61,7 +61,7 @@ TEST_F(StringTableTest, LaterSectionsOfTheSameNameAreSearchedToo) {
 
 TEST_F(StringTableTest, RepeatedSectionsAreNotMerged) {
   ASSERT_TRUE(Parse("[A]\n[A]\n"));
-  EXPECT_EQ(ProcessStringTable().sections.size(), 2U);
+  EXPECT_EQ(GlobalStringTable().sections.size(), 2U);
 }
 
 TEST_F(StringTableTest, KeysBeforeTheFirstHeaderAreNeverFound) {
@@ -147,27 +147,27 @@ TEST_F(StringTableTest, ALongerLineIsReadAsSeveral) {
 TEST_F(StringTableTest, ParsingReplacesWhatWasThere) {
   ASSERT_TRUE(Parse("[Message]\nk=old\n"));
   EXPECT_EQ(Value("[Message]\nother=new\n"), "(english)");
-  EXPECT_TRUE(ProcessStringTable().loaded);
+  EXPECT_TRUE(GlobalStringTable().loaded);
 }
 
 TEST_F(StringTableTest, AFileThatCannotBeOpenedEmptiesTheTable) {
   ASSERT_TRUE(Parse("[Message]\nk=old\n"));
-  EXPECT_FALSE(ParsePropFile(ProcessStringTable(), directory_.Path("missing.prop")));
+  EXPECT_FALSE(ParsePropFile(GlobalStringTable(), directory_.Path("missing.prop")));
   EXPECT_EQ(Lookup("Message", "k"), "(english)");
-  EXPECT_FALSE(ProcessStringTable().loaded);
+  EXPECT_FALSE(GlobalStringTable().loaded);
 }
 
 TEST_F(StringTableTest, AnEmptyPathLeavesTheTableAlone) {
   ASSERT_TRUE(Parse("[Message]\nk=old\n"));
-  EXPECT_FALSE(ParsePropFile(ProcessStringTable(), ""));
+  EXPECT_FALSE(ParsePropFile(GlobalStringTable(), ""));
   EXPECT_EQ(Lookup("Message", "k"), "old");
 }
 
 TEST_F(StringTableTest, ADirectoryAnEmptyFileAndBinaryGarbageGiveNoTexts) {
-  EXPECT_TRUE(ParsePropFile(ProcessStringTable(), directory_.Path()));
-  EXPECT_TRUE(ProcessStringTable().sections.empty());
+  EXPECT_TRUE(ParsePropFile(GlobalStringTable(), directory_.Path()));
+  EXPECT_TRUE(GlobalStringTable().sections.empty());
   EXPECT_TRUE(Parse(""));
-  EXPECT_TRUE(ProcessStringTable().sections.empty());
+  EXPECT_TRUE(GlobalStringTable().sections.empty());
   std::string garbage;
   for (int i = 0; i < 100000; ++i) {
     garbage.push_back(static_cast<char>(i * 7919 >> 3));
@@ -264,7 +264,7 @@ TEST_F(LocaleFiles, AnUnquotedLocaleLineStillFindsItsFallback) {
   EXPECT_EQ(LoadedFor(LocaleNameFromLine("LC_CTYPE=de_DE.UTF-8\n")), "en_US");
 }
 
-TEST(ProcessStringTable, GivesEveryTextItsEnglishFormWhenNothingIsLoaded) {
+TEST(GlobalStringTable, GivesEveryTextItsEnglishFormWhenNothingIsLoaded) {
   EXPECT_STREQ(LookupText("General", "Button_OK", "OK").Get(), "OK");
 }
 

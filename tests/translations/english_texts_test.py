@@ -6,12 +6,12 @@ import re
 from written_texts import read_texts
 
 ROOT = pathlib.Path(__file__).parents[2]
-# At a call and in a table of rows alike the English text stands before its key: ("Text", "Key".
-# The text may be in several pieces.
+# At a call and in a table of rows alike the English text stands after its key: "Key", "Text". The
+# text may be in several pieces.
 STRING = r'"(?:[^"\\\n]|\\.)*"'
-TEXT_AND_KEY = re.compile(
-    rf'({STRING}(?:\s+{STRING})*),\s*'
-    r'"(Title|(?:Button|Frame|Label|Msg|Page|Radio|Time|Title|TreeView)_\w+|\w+_Store_Item\d+)"')
+KEY_AND_TEXT = re.compile(
+    r'"(Title|(?:Button|Frame|Label|Msg|Page|Radio|Time|Title|TreeView)_\w+|\w+_Store_Item\d+)",\s*'
+    rf'({STRING}(?:\s+{STRING})*)')
 
 
 def texts_in_code():
@@ -19,7 +19,7 @@ def texts_in_code():
     texts = {}
     for folder in ("app", "pages", "settings", "text"):
         for source in sorted((ROOT / folder).rglob("*.[ch]*")):
-            for literals, key in TEXT_AND_KEY.findall(source.read_text(encoding="utf-8")):
+            for key, literals in KEY_AND_TEXT.findall(source.read_text(encoding="utf-8")):
                 text = "".join(map(ast.literal_eval, re.findall(STRING, literals)))
                 text = text.replace("\n", "<br>")
                 assert texts.setdefault(key, text) == text, f"{key} has two texts"

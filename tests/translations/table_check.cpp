@@ -9,8 +9,9 @@
 #include "pages/general/choices.h"
 #include "pages/general/duration_text.h"
 #include "pages/general/typed_duration.h"
+#include "text/shown_text.h"
 #include "text/string_table.h"
-#include "text/to_utf8.h"
+#include "text/utf8.h"
 
 namespace {
 
@@ -47,8 +48,7 @@ bool BreaksLine(const std::string &text) {
 
 // Of UTF-8.
 std::ptrdiff_t Characters(const std::string &text) {
-  return std::count_if(text.begin(), text.end(),
-                       [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; });
+  return std::count_if(text.begin(), text.end(), [](char c) { return !ContinuesCharacter(c); });
 }
 
 const WrittenText *Find(const std::vector<WrittenText> &texts, const WrittenText &like) {
@@ -82,7 +82,7 @@ void CheckLines(const std::string &table_path, Faults &faults) {
 
 void CheckKeys(const std::vector<WrittenText> &english, Faults &faults) {
   std::set<std::string> seen;
-  for (const TextSection &section : ProcessStringTable().sections) {
+  for (const TextSection &section : GlobalStringTable().sections) {
     for (const TextEntry &entry : section.entries) {
       const std::string name = Name(section.name, entry.key);
       if (Find(english, {section.name, entry.key, ""}) == nullptr) {
@@ -96,7 +96,7 @@ void CheckKeys(const std::vector<WrittenText> &english, Faults &faults) {
 }
 
 bool IsInTable(const WrittenText &text) {
-  const std::vector<TextSection> &sections = ProcessStringTable().sections;
+  const std::vector<TextSection> &sections = GlobalStringTable().sections;
   return std::any_of(sections.begin(), sections.end(), [&text](const TextSection &section) {
     return section.name == text.section &&
            std::any_of(section.entries.begin(), section.entries.end(),
@@ -147,18 +147,21 @@ void CheckText(const WrittenText &english, const std::vector<WrittenText> &trans
   }
 }
 
-template <std::size_t kRows>
-void CheckRows(const Choice (&choices)[kRows], Faults &faults) {
+std::string RowText(const Choice &choice) {
+  return ShownText("Page_General", choice.key, choice.english).OrEmpty();
+}
+
+void CheckRows(Choices choices, Faults &faults) {
   for (const Choice &choice : choices) {
-    const std::string text = ChoiceText(choice.english, choice.key).Get();
+    const std::string text = RowText(choice);
     if (Characters(text) > kEntryLimit) {
       faults.push_back(RowName(choice) + " is longer than 50 characters");
     }
     for (const Choice &other : choices) {
-      if (other.value != choice.value && text == std::to_string(other.value)) {
+      if (other.number != choice.number && text == std::to_string(other.number)) {
         faults.push_back(RowName(choice) + " is the number of " + RowName(other));
       }
-      if (other.value < choice.value && text == ChoiceText(other.english, other.key).Get()) {
+      if (other.number < choice.number && text == RowText(other)) {
         faults.push_back(RowName(choice) + " is the same as " + RowName(other));
       }
     }
@@ -166,8 +169,7 @@ void CheckRows(const Choice (&choices)[kRows], Faults &faults) {
 }
 
 // The rows that are made for values between the fixed ones. They are read back by their text too.
-template <std::size_t kRows>
-void CheckDurations(const Choice (&choices)[kRows], const char *kind, int limit, Faults &faults) {
+void CheckDurations(Choices choices, const char *kind, int limit, Faults &faults) {
   for (int minutes = 0; minutes <= limit; ++minutes) {
     const std::string text = DurationText(kind, minutes);
     if (Characters(text) > kEntryLimit) {
@@ -176,8 +178,8 @@ void CheckDurations(const Choice (&choices)[kRows], const char *kind, int limit,
     }
     for (const Choice &choice : choices) {
       const bool is_fixed = std::any_of(std::begin(choices), std::end(choices),
-                                        [minutes](const Choice &c) { return c.value == minutes; });
-      if (!is_fixed && text == ChoiceText(choice.english, choice.key).Get()) {
+                                        [minutes](const Choice &c) { return c.number == minutes; });
+      if (!is_fixed && text == RowText(choice)) {
         faults.push_back(RowName(choice) + " is how " + std::to_string(minutes) +
                          " minutes are shown");
       }
@@ -217,7 +219,7 @@ std::vector<WrittenText> ReadTranslation(const std::string &path) {
 std::vector<std::string> TableFaults(const std::string &table_path,
                                      const std::vector<WrittenText> &translation,
                                      const std::vector<WrittenText> &english) {
-  if (!ParsePropFile(ProcessStringTable(), table_path)) {
+  if (!ParsePropFile(GlobalStringTable(), table_path)) {
     return {"the table cannot be opened"};
   }
   Faults faults;

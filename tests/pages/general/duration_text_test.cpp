@@ -85,13 +85,13 @@ TEST_F(DurationTextTest, CountsEveryOtherKindInMinutesAndNeverInTheSingular) {
 }
 
 TEST_F(DurationTextTest, TakesTheUnitWordsFromTheStringTable) {
-  ProcessStringTable().sections = {{"Page_General",
-                                    {{"Time_Minute", "m1"},
-                                     {"Time_Minutes", "m"},
-                                     {"Time_Hour", "h1"},
-                                     {"Time_Hours", "h"},
-                                     {"Time_Day", "d1"},
-                                     {"Time_Days", "d"}}}};
+  GlobalStringTable().sections = {{"Page_General",
+                                   {{"Time_Minute", "m1"},
+                                    {"Time_Minutes", "m"},
+                                    {"Time_Hour", "h1"},
+                                    {"Time_Hours", "h"},
+                                    {"Time_Day", "d1"},
+                                    {"Time_Days", "d"}}}};
   EXPECT_EQ(DurationText("interval", 1), "1 m1");
   EXPECT_EQ(DurationText("interval", 61), "1 h1 1 m1");
   EXPECT_EQ(DurationText("interval", 120), "2 h");
@@ -103,13 +103,13 @@ TEST_F(DurationTextTest, TakesTheUnitWordsFromTheStringTable) {
 
 TEST_F(DurationTextTest, TakesAUnitWordAsItStandsHoweverLong) {
   const std::string word = "%s %n 100% " + std::string(5000, 'x');
-  ProcessStringTable().sections = {{"Page_General", {{"Time_Days", word}, {"Time_Minutes", word}}}};
+  GlobalStringTable().sections = {{"Page_General", {{"Time_Days", word}, {"Time_Minutes", word}}}};
   EXPECT_EQ(DurationText("interval", 2885), "2 " + word + " 5 " + word);
   EXPECT_EQ(DurationText("delayScope", 5), "5 " + word);
 }
 
 TEST_F(DurationTextTest, IsEnglishWhereAUnitWordCannotBeShown) {
-  ProcessStringTable().sections = {{"Page_General", {{"Time_Hour", "\xFF"}}}};
+  GlobalStringTable().sections = {{"Page_General", {{"Time_Hour", "\xFF"}}}};
   EXPECT_EQ(DurationText("interval", 90), "1 hour 30 minutes");
 }
 

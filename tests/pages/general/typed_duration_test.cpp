@@ -147,4 +147,28 @@ TEST(TypedDuration, MustFitAnInteger) {
   });
 }
 
+TEST(NamesRow, ByTheRowsTextOrItsValue) {
+  EXPECT_TRUE(NamesRow("30 minutes", "30 minutes", 30));
+  EXPECT_TRUE(NamesRow("30", "30 minutes", 30));
+  EXPECT_TRUE(NamesRow("-5", "-5 minutes", -5));
+  for (const char *typed :
+       {"30 Minutes", "30 minute", "30 minutes!", "030", "+30", "30.0", " 30"}) {
+    EXPECT_FALSE(NamesRow(typed, "30 minutes", 30)) << typed;
+  }
+}
+
+// Else OK would read a number out of the text, and save that.
+TEST(NamesRow, KnowsATextThatItsEntryCannotGiveBackWhole) {
+  const std::string e_acute = "\xC3\xA9";
+  std::string fifty;
+  for (int i = 0; i < 50; ++i) {
+    fifty += e_acute;
+  }
+  EXPECT_TRUE(NamesRow(fifty, fifty.c_str(), 30));
+  EXPECT_TRUE(NamesRow(fifty, (fifty + e_acute).c_str(), 30));
+  EXPECT_TRUE(NamesRow("1 hour 30", "1 hour 30 ", 90));
+  EXPECT_FALSE(NamesRow(fifty.substr(2), fifty.c_str(), 30));
+  EXPECT_FALSE(NamesRow(fifty + e_acute, fifty.c_str(), 30));
+}
+
 }  // namespace

@@ -1,10 +1,10 @@
-#include "pages/quote_guard.h"
+// The guard of the entries for gateways, group names and group values.
+#include "pages/guarded_entry.h"
 
 #include <cstring>
 #include <string_view>
 
 #include "text/heap_text.h"
-#include "text/to_utf8.h"
 
 namespace {
 
@@ -20,13 +20,12 @@ struct Turn {
 };
 
 struct Guard {
-  std::string filled;    // what the program has filled in last
-  bool filling = false;  // it is doing so now
+  bool lets_pass = false;  // the program is setting the text
   Turn turn;
   guint end_of_turn = 0;  // the idle source that settles the turn, or 0
 };
 
-constexpr char kGuardKey[] = "quote-guard";
+constexpr char kGuardKey[] = "guard";
 
 Guard *GuardOf(gpointer entry) {
   return static_cast<Guard *>(g_object_get_data(G_OBJECT(entry), kGuardKey));
@@ -76,14 +75,14 @@ bool ComesFromActiveRow(GtkEntry *entry, const gchar *text) {
 
 void BringBackDeleted(GtkEditable *entry, Guard &guard) {
   const Turn &turn = guard.turn;
-  guard.filling = true;
+  guard.lets_pass = true;
   if (turn.active >= 0) {
     gtk_combo_box_set_active(ComboAround(entry), turn.active);
   } else {
     gint position = turn.deleted_at;
     gtk_editable_insert_text(entry, turn.deleted.Get(), -1, &position);
   }
-  guard.filling = false;
+  guard.lets_pass = false;
   gtk_editable_select_region(entry, turn.anchor, turn.caret);
 }
 
@@ -112,7 +111,7 @@ void SettleAtEndOfTurn(gpointer entry, Guard &guard) {
 
 void OnDeleteText(GtkEditable *entry, gint start, gint end, gpointer) {
   Guard &guard = *GuardOf(entry);
-  if (guard.filling || gtk_entry_get_text_length(GTK_ENTRY(entry)) == 0) {
+  if (guard.lets_pass || gtk_entry_get_text_length(GTK_ENTRY(entry)) == 0) {
     return;  // setting a text empties the entry first, even an empty one
   }
   Turn &turn = guard.turn;
@@ -132,7 +131,7 @@ void OnDeleteText(GtkEditable *entry, gint start, gint end, gpointer) {
 void OnInsertText(GtkEditable *entry, const gchar *text, gint length, const gint *position,
                   gpointer) {
   Guard &guard = *GuardOf(entry);
-  if (guard.filling) {
+  if (guard.lets_pass) {
     return;
   }
   if (!CannotBeStored(text, length) || ComesFromActiveRow(GTK_ENTRY(entry), text)) {
@@ -171,19 +170,12 @@ void GuardEntry(GtkEntry *entry) {
   g_signal_connect(entry, "drag-data-received", G_CALLBACK(OnDragDataReceived), nullptr);
 }
 
-void FillGuardedEntry(GtkEntry *entry, const char *bytes) {
+void SetTextUnguarded(GtkEntry *entry, const char *text) {
   Guard &guard = *GuardOf(entry);
-  guard.filled = bytes;
   guard.turn.deleted.Reset();
-  guard.filling = true;
-  gtk_entry_set_text(entry, ShowableBytes(bytes).OrEmpty());
-  guard.filling = false;
-}
-
-std::string GuardedText(GtkEntry *entry) {
-  const std::string &filled = GuardOf(entry)->filled;
-  const std::string text = gtk_entry_get_text(entry);
-  return text == ShowableBytes(filled.c_str()).OrEmpty() ? filled : text;
+  guard.lets_pass = true;
+  gtk_entry_set_text(entry, text);
+  guard.lets_pass = false;
 }
 
 void WhenSettled(GtkEntry *entry, void (*handler)()) {

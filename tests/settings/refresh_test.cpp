@@ -1,7 +1,7 @@
+// The refresh of the current gateway.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "pages/general/collect.h"
 #include "settings/agent_settings.h"
 #include "tests/support/fake_regmux.h"
 
@@ -19,20 +19,20 @@ class RefreshTest : public testing::Test {
 
 TEST_F(RefreshTest, TakesTheRegistrysGatewayByteForByte) {
   const FakeRegmux client(R"(printf 'value n\351w \303\251\n')");
-  EXPECT_EQ(RefreshCurrentGateway(nullptr), TRUE);
+  RefreshCurrentGateway();
   EXPECT_STREQ(agent_settings[CurrentGateway].Get(), "n\xE9w \xC3\xA9");
   EXPECT_THAT(client.Calls(), ElementsAre(kGet));
 }
 
 TEST_F(RefreshTest, TakesAnEmptyGatewayToo) {
   const FakeRegmux client("echo 'value '");
-  EXPECT_EQ(RefreshCurrentGateway(nullptr), TRUE);
+  RefreshCurrentGateway();
   EXPECT_STREQ(agent_settings[CurrentGateway].Get(), "");
 }
 
 TEST_F(RefreshTest, KeepsTheSettingWhenTheClientSaysNothing) {
   const FakeRegmux client("exit 1");
-  EXPECT_EQ(RefreshCurrentGateway(nullptr), TRUE);
+  RefreshCurrentGateway();
   EXPECT_STREQ(agent_settings[CurrentGateway].Get(), "old");
 }
 
@@ -41,12 +41,12 @@ TEST_F(RefreshTest, AsksButLeavesTheSettingAloneWhileHeld) {
   {
     const RefreshHold outer;
     { const RefreshHold inner; }
-    EXPECT_EQ(RefreshCurrentGateway(nullptr), TRUE);
+    RefreshCurrentGateway();
   }
   EXPECT_STREQ(agent_settings[CurrentGateway].Get(), "old");
   EXPECT_THAT(client.Calls(), ElementsAre(kGet));
 
-  EXPECT_EQ(RefreshCurrentGateway(nullptr), TRUE);
+  RefreshCurrentGateway();
   EXPECT_STREQ(agent_settings[CurrentGateway].Get(), "new");
 }
 
