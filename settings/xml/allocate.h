@@ -5,7 +5,7 @@
 
 #include "settings/xml/require.h"
 
-// To be freed with free().
+// Memory for `count` objects, to be freed with free(). Stops the program when there is none left.
 template <typename T>
 T *Allocate(size_t count = 1) {
   T *memory = static_cast<T *>(calloc(count, sizeof(T)));

@@ -9,6 +9,6 @@
   std::abort();
 }
 
-// Stops the program, naming the function and the parameter at fault, when the check does not hold.
-// Unlike assert() it cannot be compiled out.
+// Stops the program with a message that names the function and the parameter, unless the condition
+// holds. Unlike assert(), it cannot be compiled out.
 #define REQUIRE(holds, parameter) ((holds) ? void() : StopAt(__func__, (parameter)))

@@ -1,3 +1,4 @@
+// The one settings document of the process, and the file that it is loaded from and saved to.
 #include "settings/xml/settings_file.h"
 
 #include <fcntl.h>
@@ -14,7 +15,7 @@
 
 namespace {
 
-// The values that the agent itself falls back to. The gateway is an address reserved for
+// The values that the agent itself uses by default. The gateway is an address reserved for
 // documentation: each site sets its own.
 constexpr char kDefaultDocument[] =
     "<Agent>\n"
@@ -34,7 +35,7 @@ struct Entity {
   const char *encoded;
 };
 
-// The ampersand comes first in both directions.
+// In this order, in both directions: the ampersand first.
 constexpr Entity kEntities[] = {
     {"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"'", "&apos;"}, {"\"", "&quot;"},
 };
@@ -42,7 +43,7 @@ constexpr Entity kEntities[] = {
 SimpleXMLElement *document = nullptr;
 std::string file_path;  // empty before the first load
 
-// Of all directories on the path, from the top.
+// Makes the missing directories of the path, from the top down.
 bool MakeDirectories(const std::string &path) {
   for (size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
     const std::string directory = path.substr(0, end);
@@ -63,8 +64,8 @@ bool CreateDefaultFile(const char *path) {
   return close(file) == 0 && written;
 }
 
-// Maps the first `length` bytes, shared and writable, and closes the file on every way out. None on
-// failure, as for a length of 0.
+// Maps the first `length` bytes, shared and writable, and always closes the file. Null on failure,
+// and for a length of 0.
 char *MapAndClose(int file, size_t length) {
   void *mapping = mmap(nullptr, length, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
   const bool closed = close(file) == 0;
@@ -94,7 +95,7 @@ SimpleXMLElement *Find(const char *path) {
   return document == nullptr ? nullptr : SimpleFindElement(document, path);
 }
 
-// The first text of an element; or none.
+// Null when the element has no text.
 SimpleXMLText *FirstText(const SimpleXMLElement *element) {
   int32_t index = 0;
   while (const SimpleXMLNode *node = SimpleEnumNodes(element, &index)) {
@@ -105,7 +106,7 @@ SimpleXMLText *FirstText(const SimpleXMLElement *element) {
   return nullptr;
 }
 
-// In place: the old text is freed when a new one came of it.
+// Replaces every occurrence. When there is one, `*text` is freed and set to the new text.
 void Replace(char **text, const char *find_text, const char *replace_text) {
   if (char *replaced = strrep(*text, find_text, replace_text)) {
     free(*text);
@@ -125,8 +126,8 @@ void StoreText(SimpleXMLElement *element, char *text) {
   }
 }
 
-// The first character of `text`, if no text between tags can begin with it: a ">", also in "/>", or
-// a quote that is not closed. None otherwise.
+// The character at the beginning of `text` with which the parser would not begin a text: ">", alone
+// or in "/>", or a quote that is not closed. Null when the text begins otherwise.
 const char *MisplacedCharacter(const char *text) {
   const char *first = text + strspn(text, "\t\n\r ");
   if (first[0] == '/' && first[1] == '>') {
@@ -137,7 +138,7 @@ const char *MisplacedCharacter(const char *text) {
   return is_misplaced ? first : nullptr;
 }
 
-// Encodes the misplaced character, wherever it stands in the text, which decoding has left in it.
+// Decoding may have left a misplaced character; it is encoded again, everywhere in the text.
 void MakeReadable(SimpleXMLText *text) {
   const char *misplaced = MisplacedCharacter(text->text);
   const char character = misplaced == nullptr ? '\0' : *misplaced;
@@ -159,9 +160,9 @@ void MakeTextsReadable(const SimpleXMLElement *element) {
   }
 }
 
-// Makes `text` the whole content of an empty file, which is closed on every way out. The space is
-// reserved first, so that a full disk leaves no hole: storing into one, and on some file systems
-// reading it too, would end the program with a signal.
+// Makes `text` the whole content of an empty file, and always closes the file. The space is
+// reserved first because a full disk would otherwise leave a hole in the file: writing to a hole,
+// and on some file systems reading it, ends the program with a signal.
 bool WriteAndClose(int file, const char *text, size_t length) {
   const off_t file_length = static_cast<off_t>(length);
   if (posix_fallocate(file, 0, file_length) != 0 || ftruncate(file, file_length) != 0) {

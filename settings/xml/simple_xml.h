@@ -1,17 +1,17 @@
-// A small XML document: records in a tree, and the functions that parse, search, change, write and
-// free it.
+// A small XML document: a tree of plain records, and the functions that parse, search, change,
+// write and free it.
 //
-// Ownership: everything that a record owns, the record included, comes from the C library's
-// allocator (malloc and its family) and is freed with its owner. "Takes over" means that the caller
-// passes such a text and no longer frees it. Where memory runs out, SimpleStrdup and strrep give
-// none and everything else stops the program.
+// Ownership: a record and everything it owns come from the C library's allocator (malloc and its
+// family), and are freed together. "Takes over" means that the caller passes a text from that
+// allocator and must not free it any more. When memory runs out, SimpleStrdup and strrep return
+// null and everything else stops the program.
 //
-// Texts are bytes; no charset is assumed beyond ASCII for the markup. Entities are neither decoded
-// nor encoded here: a text or a value is kept as it was written, a quoted value with its quotes. A
-// NUL is an ordinary byte to the parser, and ends the text, name or value that it is copied into.
+// Texts are bytes; only the markup has to be ASCII. Entities are neither decoded nor encoded here:
+// a text or value is kept as it was written, a quoted value with its quotes. The parser treats a
+// NUL like any other byte, but the text, name or value that holds it ends there when it is copied.
 //
-// An argument that only a programming error can get wrong stops the program with a message that
-// names it. Bad XML never does: it is an error code.
+// An argument that only a programming error can get wrong stops the program, with a message that
+// names the function and the argument. Bad XML is never such an error; it gives an error code.
 #pragma once
 
 #include <cstddef>
@@ -33,14 +33,14 @@ enum SimpleXMLError : int32_t {
   kSimpleXMLTooDeep = 8,          // more than kSimpleXMLMaxLevels elements inside each other
 };
 
-// Parsing, writing and freeing recurse once a level; a hostile document must not use up the stack.
+// Parsing, writing and freeing recurse into each level; no document may use up the stack.
 constexpr int32_t kSimpleXMLMaxLevels = 1000;
 
 struct SimpleXMLElement;
 
 struct SimpleXMLAttribute {
-  char *name;   // owned; empty for the "?" that stood alone before the ">" of an instruction
-  char *value;  // owned, with the quotes that it was written with; or none
+  char *name;   // owned; empty for the "?" of an instruction's "?>" after a blank
+  char *value;  // owned, with its quotes if it was quoted; null for an attribute without "="
 };
 
 struct SimpleXMLText {
@@ -54,55 +54,54 @@ struct SimpleXMLNode {
     SimpleXMLAttribute *attribute;
     SimpleXMLElement *element;
     SimpleXMLText *text;
-  } object;          // owned; the member that the kind tells
+  } object;          // owned; `kind` says which member is in use
   int32_t position;  // where the node began in the source, in bytes; 0 if it was added later
 };
 
 struct SimpleXMLElement {
-  char *name;                      // owned; none for the container at the root
-  int32_t node_count;              // slots in use: attributes count as nodes
+  char *name;                      // owned; null for the container at the root
+  int32_t node_count;              // slots in use, those of attributes included
   int32_t node_capacity;           // slots allocated
   int32_t processing_instruction;  // 1 when the element was opened with "<?"
-  SimpleXMLNode *nodes;            // owned slots, in the order of the document
-  SimpleXMLElement *parent;        // none for the root
+  SimpleXMLNode *nodes;            // owned slots, in document order
+  SimpleXMLElement *parent;        // null for the root
 };
 
-// A parser at work on one text, which it borrows.
+// The state of a parser over one source text, which it borrows.
 struct SimpleXML {
-  const char *xml;      // not terminated: nothing at or after `length` is ever read
+  const char *xml;      // need not be terminated: nothing at or after `length` is read
   int32_t length;       // in bytes
   int32_t position;     // the next byte to read
   int32_t error;        // a SimpleXMLError
-  const char *end_tag;  // name of an end tag, inside `xml`, that is still to close its element
+  const char *end_tag;  // in `xml`: the name of an end tag whose element is still open, or null
   int32_t end_tag_length;
-  const char *start_tag;  // name of a start tag, inside `xml`, whose element is still to be added
+  const char *start_tag;  // in `xml`: the name of a start tag not yet added, or null
   int32_t start_tag_length;
   bool inside_content;  // false between an element's name and the ">" or "/>" of its tag
 };
 
 // --- Parsing
 
-// Parses a whole text of `length` bytes into a new tree, whose root is a nameless container, and
-// sets `error`. None when the error is not kSimpleXMLNoError. The end of the text is no error
-// wherever it comes: what was open is kept as far as it was read.
+// Parses a whole text of `length` bytes into a new tree, whose root is a nameless container. Sets
+// `error`, and returns null when it is not kSimpleXMLNoError. The text may end anywhere without an
+// error: elements still open are kept as far as they were read.
 //
-// A text between tags runs to the next "<". It cannot begin with ">" or "/>", nor with a quote that
-// is closed nowhere; one that is closed may hold a "<" up to there.
+// A text between tags runs to the next "<". It must not begin with ">", "/>" or a quote that is not
+// closed. If it begins with a quote that is closed, the quoted part may contain "<".
 //
-// Kept on purpose: an element opened with "<?" ends, like any other, only by its end tag or with
-// the text, so what follows an XML declaration becomes its content.
+// Kept on purpose: an element opened with "<?" ends like any other, by its end tag or with the
+// text. What follows an XML declaration therefore becomes its content.
 SimpleXMLElement *SimpleParseXML(const char *text, int32_t length, int32_t *error);
 
-// Parses on from the read position into `element`. 1 when the element was completed, by its own end
-// tag or by one of an element around it, which is then still pending in `end_tag`; 0 when parsing
-// stopped at an error, left in `error`, or at the end of the text.
+// Parses from the read position into `element`. Returns 1 when the element was completed, by its
+// own end tag or by that of an element around it, which is then left in `end_tag`. Returns 0 when
+// parsing stopped, at an error, which is left in `error`, or at the end of the text.
 int32_t SimpleParseXMLElement(SimpleXML *in_xml, SimpleXMLElement *element);
 
 // Moves the read position over white space: tab, line feed, carriage return and blank.
 void SimpleFindNonWhiteSpace(SimpleXML *in_xml);
 
-// Where the text that began at `begin` and runs up to the read position ends, the white space at
-// its end left out.
+// The end of the text from `begin` to the read position without its trailing white space.
 int32_t SimpleFindEndOfText(const SimpleXML *in_xml, int32_t begin);
 
 // --- Building
@@ -110,8 +109,8 @@ int32_t SimpleFindEndOfText(const SimpleXML *in_xml, int32_t begin);
 // Makes room for `grow_by` more slots, more than 0.
 void SimpleAllocNodes(SimpleXMLElement *element, int32_t grow_by);
 
-// Add a node at the end, growing by `grow_by` slots when none is left. What they return stays owned
-// by the element. The names and the text are taken over; a value too, or it is none.
+// Add a node at the end, and first make room for `grow_by` slots if none is free. The element owns
+// what they return. Names and texts are taken over, and so is the value, which may be null.
 SimpleXMLElement *SimpleAddElement(SimpleXMLElement *element, char *name,
                                    int32_t processing_instruction, int32_t grow_by);
 SimpleXMLAttribute *SimpleAddAttribute(SimpleXMLElement *element, char *name, char *value,
@@ -120,14 +119,14 @@ SimpleXMLText *SimpleAddText(SimpleXMLElement *element, char *text, int32_t grow
 
 // --- Searching
 
-// The element at a path of names separated by "/", below `element`; or none. One "/" before the
-// path and one after it are skipped; an empty name between finds nothing. Elements whose name
-// begins with "BrindleReg" or "Namespace" do not count as a level: the first one that stands before
-// a match is searched in the match's place, and what it does not hold is not looked for after it.
+// The element below `element` at a path of names separated by "/", or null. One "/" before the path
+// and one after it are ignored; an empty name finds nothing. An element whose name begins with
+// "BrindleReg" or "Namespace" is not a level of its own: if it comes before an element of the name
+// that is looked for, the search goes on inside it, and nowhere else.
 SimpleXMLElement *SimpleFindElement(SimpleXMLElement *element, const char *path);
 
-// The slot at `*index`, with the index moved behind it; none when there is no more. The second and
-// third skip slots of another kind.
+// The slot at `*index`, which is then advanced, or null after the last one. SimpleEnumElements and
+// SimpleEnumAttributes skip slots of other kinds.
 SimpleXMLNode *SimpleEnumNodes(const SimpleXMLElement *element, int32_t *index);
 SimpleXMLNode *SimpleEnumElements(const SimpleXMLElement *element, int32_t *index);
 SimpleXMLNode *SimpleEnumAttributes(const SimpleXMLElement *element, int32_t *index);
@@ -136,31 +135,32 @@ bool SimpleCheckAttribute(const SimpleXMLElement *element, const char *name);
 
 // --- Writing
 
-// The tree as a new text, which the caller frees, and its length without the terminator. Formatted
-// (not 0) puts elements on lines of their own, a blank deeper each level; compact (0) adds no white
-// space. An instruction is written as an ordinary element. There must be something to write.
+// The tree as a new text, which the caller frees; `*size` is its length without the terminator.
+// With `formatted` other than 0, each element is on a line of its own, indented by one blank per
+// level; with 0, no white space is added. An instruction is written as an ordinary element. A tree
+// without anything to write is a programming error.
 char *SimpleCreateXMLString(const SimpleXMLElement *element, int32_t formatted, size_t *size);
 
-// Writes the tree at `indent` blanks (-1: compact) without a terminator, or only measures it when
-// there is no buffer; the length.
+// Writes the tree to `buffer`, indented by `indent` blanks (-1: compact), without a terminator.
+// Returns the length. When `buffer` is null, only the length is computed.
 size_t SimpleCreateXMLStringR(const SimpleXMLElement *element, char *buffer, int32_t indent);
 
 // --- Freeing
 
-// Free the record and what it owns, for an element its whole subtree. The slot that held it is the
-// caller's business.
+// Free the record and everything it owns, for an element its whole subtree. The slot that pointed
+// to it is not changed.
 void SimpleDeleteElement(SimpleXMLElement *element);
 void SimpleDeleteAttribute(SimpleXMLAttribute *attribute);
 void SimpleDeleteText(SimpleXMLText *text);
 
 // --- Texts
 
-// A new copy of the first `text_count` bytes, or of the whole text for 0; the text may end earlier.
-// None when memory runs out.
+// A new copy of the first `text_count` bytes; of the whole text if the count is 0 or the text is
+// shorter. Null when memory runs out.
 char *SimpleStrdup(const char *text, int32_t text_count);
 
-// A new text in which every occurrence of `find_text`, found from left to right and not
-// overlapping, is replaced. None when there is no occurrence, as for an empty `find_text`, or when
-// memory runs out. `old_text` stays the caller's.
+// A new text in which every occurrence of `find_text`, from left to right without overlaps, is
+// replaced. Null when there is no occurrence (an empty `find_text` has none) or memory runs out.
+// The caller still owns `old_text`.
 // NOLINTNEXTLINE(readability-identifier-naming): named like the C library's functions on texts
 char *strrep(const char *old_text, const char *find_text, const char *replace_text);

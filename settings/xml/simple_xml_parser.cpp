@@ -12,7 +12,7 @@ constexpr int32_t kGrowBy = 5;
 
 bool ParseElement(SimpleXML *xml, SimpleXMLElement *element, int32_t level);
 
-// Sets the error of a token that does not belong where it stands; the end of the text is none.
+// Sets the error for a token that is not allowed where it is. The end of the text is not an error.
 bool Refuse(SimpleXML *xml, const Token &token, SimpleXMLError error) {
   if (token.kind != TokenKind::kEnd) {
     xml->error = error;
@@ -46,12 +46,13 @@ bool ParseAttribute(SimpleXML *xml, SimpleXMLElement *element, const Token &name
   return true;
 }
 
-// Reads up to the end of a start tag. How it ended: ">", "/>", or the end where parsing stopped.
+// Reads up to the end of a start tag. Returns how it ended: kTagClose, kEmptyTagClose, or kEnd when
+// parsing stopped inside it.
 TokenKind ParseTag(SimpleXML *xml, SimpleXMLElement *element) {
   for (;;) {
     const Token token = ReadToken(xml);
     if (token.kind == TokenKind::kTagClose || token.kind == TokenKind::kEmptyTagClose) {
-      xml->inside_content = true;  // this element's, or of the one around it
+      xml->inside_content = true;  // of this element or, after "/>", of the one around it
       return token.kind;
     }
     if (token.kind != TokenKind::kWord) {
@@ -65,7 +66,7 @@ TokenKind ParseTag(SimpleXML *xml, SimpleXMLElement *element) {
 }
 
 // The "?" of an instruction's "?>" was read as part of the last name or value, or as a name of its
-// own, which stays as an attribute with an empty name.
+// own, of which an attribute with an empty name is left.
 void DropQuestionMark(SimpleXMLElement *element) {
   if (element->processing_instruction == 0 || element->node_count == 0) {
     return;
@@ -82,8 +83,8 @@ void DropQuestionMark(SimpleXMLElement *element) {
   }
 }
 
-// Of the text that began with the token just read: only what it begins with is looked at, so a ">"
-// or a quote further on is part of it.
+// The first token of the text was just read. It alone is checked: a ">" or a quote further on is
+// part of the text.
 void ParseText(SimpleXML *xml, SimpleXMLElement *element, int32_t begin) {
   SkipToTag(xml);
   const int32_t length = SimpleFindEndOfText(xml, begin) - begin;
@@ -124,7 +125,7 @@ bool ParseChild(SimpleXML *xml, SimpleXMLElement *parent, const Token &opening, 
   return ParseElement(xml, AddPendingElement(xml, parent, opening), level);
 }
 
-// Leaves the name pending until its element takes it.
+// Leaves the name in `end_tag`, where it stays until the element of that name is reached.
 bool ReadEndTag(SimpleXML *xml) {
   const Token name = ReadToken(xml);
   if (name.kind != TokenKind::kWord) {
@@ -139,8 +140,9 @@ bool ReadEndTag(SimpleXML *xml) {
   return true;
 }
 
-// Ends the element at the pending end tag, which stays pending when it is not the element's own.
-// Only the length of the element's name is compared: "</abc>" ends an element "ab".
+// Ends the element at the pending end tag, which stays pending unless it is the element's own.
+// Names are compared over the length of the element's name: "</abc>" is the end tag of an element
+// "ab".
 bool CloseAtEndTag(SimpleXML *xml, const SimpleXMLElement *element) {
   if (element->name == nullptr) {
     xml->error = kSimpleXMLUnmatchedEndTag;
@@ -175,7 +177,7 @@ bool ParseContent(SimpleXML *xml, SimpleXMLElement *element, int32_t level) {
   return CloseAtEndTag(xml, element);
 }
 
-// True when the element was completed; `level` is 0 for the container at the root.
+// Returns whether the element was completed. `level` is 0 for the container at the root.
 bool ParseElement(SimpleXML *xml, SimpleXMLElement *element, int32_t level) {
   if (!xml->inside_content) {
     const TokenKind ending = ParseTag(xml, element);

@@ -1,4 +1,4 @@
-// Copies of texts.
+// Copies of texts, with and without replacements.
 #include <cstdlib>
 #include <cstring>
 
@@ -16,13 +16,13 @@ size_t CountOf(const char *text, const char *find_text, size_t find_length) {
   return count;
 }
 
-// Memory for `count` texts of `length` and `kept` more bytes; none when there is not so much.
+// Memory for `count` texts of `length` bytes and `kept` bytes more; null when there is not enough.
 char *AllocateText(size_t kept, size_t count, size_t length) {
   const bool countable = length <= (SIZE_MAX - kept) / count;
   return countable ? static_cast<char *>(malloc(kept + count * length)) : nullptr;
 }
 
-// Copies `length` bytes to `end`; where they end.
+// Copies `length` bytes to `end`, and returns the new end.
 char *Append(char *end, const char *text, size_t length) {
   memcpy(end, text, length);
   return end + length;

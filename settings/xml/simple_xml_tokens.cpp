@@ -1,3 +1,4 @@
+// From a text to tokens.
 #include "settings/xml/simple_xml_tokens.h"
 
 #include <cstring>

@@ -12,7 +12,7 @@ enum class TokenKind : int32_t {
   kEquals = 5,           // =
   kInstructionOpen = 6,  // <?
   kEmptyTagClose = 7,    // />
-  kEnd = 8,              // the end of the text, or a quote that is not closed: an error is set then
+  kEnd = 8,              // the end of the text; or a quote that is not closed, with the error set
 };
 
 struct Token {
@@ -21,10 +21,10 @@ struct Token {
   int32_t length;
 };
 
-// Skips white space, reads one token and moves the read position after it.
+// Skips white space and reads one token. The read position is then after it.
 Token ReadToken(SimpleXML *xml);
 
-// Moves the read position to the next "<", or to the end of the source when there is none.
+// Moves the read position to the next "<", or to the end of the source.
 void SkipToTag(SimpleXML *xml);
 
 // Whether a text between tags can begin with the token.

@@ -36,7 +36,7 @@ bool IsTransparent(std::string_view name) {
   return StartsWith(name, "BrindleReg") || StartsWith(name, "Namespace");
 }
 
-// The first child that is called `name` or is transparent.
+// The first child element that has this name or is transparent.
 SimpleXMLElement *FindChild(const SimpleXMLElement *element, std::string_view name) {
   int32_t index = 0;
   while (const SimpleXMLNode *node = SimpleEnumElements(element, &index)) {

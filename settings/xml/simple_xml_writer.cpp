@@ -10,7 +10,7 @@ namespace {
 
 constexpr int32_t kCompact = -1;
 
-// What was written so far. It is only counted when there is no buffer.
+// The text written so far; only its length when there is no buffer.
 class Output {
  public:
   explicit Output(char *buffer) : buffer_(buffer) {}
@@ -37,7 +37,7 @@ class Output {
 
 void WriteElement(const SimpleXMLElement *element, int32_t indent, Output *output);
 
-// Of the first text or child element; 0 when there is none.
+// The kind of the first node that is not an attribute; 0 when there is none.
 int32_t FirstContentKind(const SimpleXMLElement *element) {
   int32_t index = 0;
   while (const SimpleXMLNode *node = SimpleEnumNodes(element, &index)) {
@@ -85,8 +85,8 @@ void WriteContent(const SimpleXMLElement *element, int32_t indent, Output *outpu
   }
 }
 
-// A text that comes first sits directly behind the start tag; the end tag of an element with a text
-// anywhere is not indented.
+// A text that comes first is written directly after the start tag. The end tag is not indented when
+// the element contains a text anywhere.
 void WriteContentAndEndTag(const SimpleXMLElement *element, int32_t indent, Output *output) {
   const bool formatted = indent != kCompact;
   output->Add(">");

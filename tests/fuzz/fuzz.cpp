@@ -1,3 +1,4 @@
+// The input of a fuzz target as a file or a stream.
 #include "tests/fuzz/fuzz.h"
 
 #include <sys/mman.h>

@@ -1,5 +1,6 @@
-// What every fuzz target has: the entry point that the fuzzer and the replay of the kept inputs
-// call. A target takes any bytes and stops the process when a property does not hold.
+// What the fuzz targets share. Each has the entry point below, which the fuzzer and the replay of
+// the kept inputs call. A target accepts any bytes and stops the process when a property does not
+// hold.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +11,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
-// Unlike assert, in every build.
+// Unlike assert(), it is checked in every build.
 #define CHECK_PROPERTY(holds)                                                         \
   do {                                                                                \
     if (!(holds)) {                                                                   \
@@ -23,7 +24,7 @@ inline std::string Bytes(const std::uint8_t *data, std::size_t size) {
   return {reinterpret_cast<const char *>(data), size};
 }
 
-// A file with the bytes, for what takes a path. One at a time.
+// A file with these bytes, for functions that take a path.
 class InputFile {
  public:
   explicit InputFile(const std::string &bytes);
@@ -38,5 +39,5 @@ class InputFile {
   std::string path_;
 };
 
-// A stream of the bytes, closed with fclose.
+// A stream of these bytes, to be closed with fclose().
 std::FILE *OpenBytes(const std::string &bytes);

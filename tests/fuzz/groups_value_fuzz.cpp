@@ -1,4 +1,4 @@
-// The stored groups: what is read is written so that it reads the same again.
+// The stored groups: rows that are read, written and read again are the same.
 #include "pages/groups/groups_value.h"
 #include "tests/fuzz/fuzz.h"
 

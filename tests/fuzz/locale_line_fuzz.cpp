@@ -1,11 +1,11 @@
-// The line of the locale tool: any name that comes of it loads a table or leaves it empty.
+// A line of the locale tool: it gives a name, and a name without a table leaves the table empty.
 #include <cstring>
 
 #include "tests/fuzz/fuzz.h"
 #include "text/string_table.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-  const std::string line = Bytes(data, size).c_str();  // up to the first NUL, as it is read
+  const std::string line = Bytes(data, size).c_str();  // ends at the first NUL, as it is read
   const std::string name = LocaleNameFromLine(line);
   if (line.empty()) {
     CHECK_PROPERTY(name == "en_US");

@@ -1,4 +1,4 @@
-// The two files that tell the platform: every content gives a known code or the one exception.
+// The two files that identify the platform: any content gives a known code or the one exception.
 #include "app/platform.h"
 #include "tests/fuzz/fuzz.h"
 
@@ -19,7 +19,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     CHECK_PROPERTY(record.valid && record.image_id.empty());
     CHECK_PROPERTY(record.platform_code >= 5 && record.platform_code <= 9);
   } catch (const ImageIDException &) {
-    // Nothing was decided, and there is no image id to ask.
+    // The file does not decide, and there is no image id file either.
   }
   return 0;
 }

@@ -1,4 +1,4 @@
-// What the registry's client prints: one entry a line, and its bytes come through.
+// The output of the registry's client: each line gives one entry, with the bytes of the line.
 #include <algorithm>
 
 #include "settings/registry_client.h"

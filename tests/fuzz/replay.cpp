@@ -1,5 +1,5 @@
-// Runs a fuzz target once for each file of the directories named: the kept inputs, without a
-// fuzzer.
+// Runs a fuzz target, without a fuzzer, once for each file in the given directories: the kept
+// inputs.
 #include <filesystem>
 #include <fstream>
 #include <iterator>

@@ -1,4 +1,4 @@
-// A string table file: whatever it holds, what was read can be looked up.
+// A string table file with any content: every entry that was read can be looked up.
 #include <cstring>
 
 #include "tests/fuzz/fuzz.h"

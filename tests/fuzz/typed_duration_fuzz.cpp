@@ -1,4 +1,4 @@
-// Typed intervals and delays: within their limits or refused, and what is accepted has a text.
+// Typed intervals and delays: each is within its limits or refused, and a number has a text.
 #include <limits>
 
 #include "pages/general/choices.h"

@@ -1,5 +1,5 @@
-// An XML text: parsed, searched, written, parsed again, freed. What was written reads and writes
-// the same, but for the few trees whose text cannot say what they are.
+// An XML text is parsed, searched, written, parsed again and freed. A tree that was written can be
+// parsed and is then written the same, except for the few that the written text does not describe.
 #include <algorithm>
 #include <cstring>
 #include <string_view>
@@ -9,13 +9,13 @@
 
 namespace {
 
-// A slash at the end would close the tag that it is written into.
+// A slash at the end would close the tag in which it is written.
 bool KeepsItsPlaceInTag(const char *text) {
   const std::size_t length = std::strlen(text);
   return length == 0 || text[length - 1] != '/';
 }
 
-// "< ?a>" and "< /a>" make elements called "?a" and "/a", which are written as something else.
+// "< ?a>" and "< /a>" are elements called "?a" and "/a"; written without the blank, they are not.
 bool IsPlainName(const char *name) {
   return name[0] != '?' && name[0] != '/' && KeepsItsPlaceInTag(name);
 }
@@ -35,7 +35,7 @@ bool IsPlain(const SimpleXMLNode &node) {
   }
 }
 
-// No instruction either.
+// An instruction is written as an element.
 bool IsPlain(const SimpleXMLElement *element) {
   if (element->processing_instruction != 0 ||
       (element->name != nullptr && !IsPlainName(element->name))) {
@@ -70,8 +70,8 @@ void CheckRoundTrip(const SimpleXMLElement *root, int32_t formatted) {
   SimpleDeleteElement(again);
 }
 
-// The first element is found by its path, unless its name is no plain path (empty after a NUL,
-// say).
+// The first element is found by its name, unless that is not a path of one name: it may be empty
+// because of a NUL, for example.
 void CheckFind(SimpleXMLElement *root) {
   int32_t index = 0;
   const SimpleXMLNode *node = SimpleEnumElements(root, &index);

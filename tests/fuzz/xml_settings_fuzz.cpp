@@ -1,5 +1,5 @@
-// Get, set, save and load on a document from a file. The input is three lines: a path, a value, and
-// the document.
+// A document in a settings file: get, set, save and load. The input is a line with a path, a line
+// with a value, and the document.
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -13,7 +13,7 @@ std::string TakeLine(std::string *rest) {
   const std::size_t end = rest->find('\n');
   const std::string line = rest->substr(0, end);
   rest->erase(0, end == std::string::npos ? rest->size() : end + 1);
-  return line.c_str();  // up to a NUL, as callers have it
+  return line.c_str();  // ends at a NUL, like what callers pass
 }
 
 std::string Content(const InputFile &file) {
@@ -35,7 +35,7 @@ void CheckGetAndSet(const InputFile &file, const std::string &path, const std::s
   if (had_text) {
     CHECK_PROPERTY(after != nullptr);
   }
-  // An ampersand may be the first half of an entity, and then is decoded twice.
+  // A value with an ampersand may contain an entity, which is decoded twice.
   if (after != nullptr && value.find('&') == std::string::npos) {
     CHECK_PROPERTY(value == after);
   }
@@ -43,8 +43,8 @@ void CheckGetAndSet(const InputFile &file, const std::string &path, const std::s
   CHECK_PROPERTY(SaveSettingsFile(0) == 0 && SimpleXmlParserGet(path.c_str()) == nullptr);
 }
 
-// Whether the file, which is changed by that, holds a document that says what it is: written and
-// read again, it is written the same.
+// Loads and saves the file until it holds the document as it is written. Returns false if there is
+// no document, or if loading and saving still changes the file the second time.
 bool MakeStable(const InputFile &file) {
   if (!LoadAndSave(file)) {
     return false;
@@ -53,8 +53,8 @@ bool MakeStable(const InputFile &file) {
   return LoadAndSave(file) && Content(file) == once;
 }
 
-// Whether a text in a file says that: there is no white space around it, and reading it, which
-// decodes it in the document, makes neither an entity nor markup of it.
+// Whether a text in a file keeps the value: there is no white space around it, and getting the
+// text, which decodes it in the document, leaves neither an entity nor markup.
 bool IsPlain(const std::string &value) {
   constexpr char kWhiteSpace[] = " \t\r\n";
   return !value.empty() && std::strchr(kWhiteSpace, value.front()) == nullptr &&

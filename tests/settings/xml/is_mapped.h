@@ -1,11 +1,11 @@
-// Whether the process still has a file in its memory.
+// Tells whether a file is mapped into the memory of this process.
 #pragma once
 
 #include <fstream>
 #include <iterator>
 #include <string>
 
-// `path`: of the file, or of a directory for any file in it.
+// `path` is that of the file, or of a directory for any file in it.
 inline bool IsMapped(const std::string &path) {
   std::ifstream mappings("/proc/self/maps");
   const std::string text(std::istreambuf_iterator<char>(mappings), {});

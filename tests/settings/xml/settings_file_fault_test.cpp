@@ -1,4 +1,4 @@
-// What the settings file does when a step of the system fails under it.
+// The settings file when a system call fails.
 #include <gtest/gtest.h>
 #include <sys/fsuid.h>
 #include <sys/mman.h>
@@ -21,8 +21,8 @@
 
 namespace {
 
-// A system call that fails with the error, if its arguments are these. With error 0 it does nothing
-// and gives 0.
+// A system call that fails with this error when it has these arguments. With error 0, it returns 0
+// and does nothing.
 struct Fault {
   const char *what;
   int call;
@@ -34,7 +34,7 @@ std::ostream &operator<<(std::ostream &stream, const Fault &fault) {
   return stream << fault.what;
 }
 
-// The result of an operation on a thread whose system fails as told; other threads see none of it.
+// The result of the operation on a thread of its own, the only one to which the fault happens.
 template <typename Operation>
 int OnAThreadWithFault(const Fault &fault, Operation operation) {
   int result = 0;
@@ -56,7 +56,7 @@ scmp_arg_cmp Is(unsigned argument, std::uint64_t value) {
 constexpr char kSource[] = "<a>one</a>";
 constexpr char kSaved[] = "<a>two</a>\n";
 
-// Mappings of the file, told from those of the allocator by what only they are.
+// Only the file is mapped as shared; the allocator maps its memory as private.
 const Fault kMmapFails = {"mmap", SCMP_SYS(mmap), ENOMEM, {FlagsHold(3, MAP_SHARED)}};
 const Fault kCloseFails = {"close", SCMP_SYS(close), EIO, {}};
 
@@ -64,7 +64,7 @@ class FaultTest : public testing::TestWithParam<Fault> {
  protected:
   ~FaultTest() override { SaveSettingsFile(0); }
 
-  // What the operation opened and mapped is given back, but for what the system would not take.
+  // Also checks that the operation closes and unmaps everything, unless it is that which fails.
   template <typename Operation>
   int WithFault(const Fault &fault, Operation operation) {
     const int before = CountDescriptors();
@@ -150,7 +150,8 @@ TEST_F(FaultTest, AnExistingFileIsThereEvenIfClosingItFails) {
   EXPECT_EQ(WithFault(kCloseFails, [this] { return EnsureSettingsFile(path_.c_str()); }), 0);
 }
 
-// Rights bind the thread then, even one of the superuser.
+// The result of the operation on a thread that permissions apply to, even when the superuser runs
+// the test.
 template <typename Operation>
 int AsNobody(Operation operation) {
   int result = 0;

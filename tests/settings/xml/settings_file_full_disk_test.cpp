@@ -1,4 +1,4 @@
-// The settings file on a disk without room. Runs in a sandbox in which /mnt is a disk of 8 KiB.
+// The settings file on a full disk. Runs in a sandbox in which /mnt is a disk of 8 KiB.
 #include <gtest/gtest.h>
 #include <sys/statvfs.h>
 
@@ -36,7 +36,7 @@ TEST_F(FullDisk, ADocumentThatDoesNotFitGivesMinusOneAndNoSignal) {
   EXPECT_EQ(SaveSettingsFile(1), -1);
   EXPECT_STREQ(SimpleXmlParserGet("/Agent/LogLevel"), "2");
   FillTheDisk();
-  EXPECT_EQ(LoadSettingsFile(kPath), -1) << "there is nothing in it, not even a hole";
+  EXPECT_EQ(LoadSettingsFile(kPath), -1) << "the file is not empty";
   std::remove(kFiller);
   SimpleXmlParserSet("/Agent/PreAssignGroups", strdup("fits"));
   EXPECT_EQ(SaveSettingsFile(1), 0);

@@ -1,3 +1,4 @@
+// The settings file: what is created, loaded, read, set and saved when the system does its part.
 #include "settings/xml/settings_file.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +37,7 @@ class SettingsFile : public testing::Test {
     EXPECT_FALSE(IsMapped(directory_.Path()));
   }
 
-  // Makes `content` the file and loads it.
+  // Writes a file with this content and loads it.
   int Load(std::string_view content) {
     return LoadSettingsFile(directory_.Write("settings.xml", content).c_str());
   }
@@ -84,7 +85,7 @@ TEST_F(Ensure, CreatesTheMissingDirectories) {
   EXPECT_EQ(directory_.Read("one/two/settings.xml"), kDefaultDocument);
 }
 
-TEST_F(Ensure, CreatesForEverybodyButWhatTheMaskTakesAway) {
+TEST_F(Ensure, CreatesWithAllPermissionsThatTheMaskAllows) {
   for (const mode_t mask : {0027U, 0U}) {
     const std::string directory = directory_.Path(std::to_string(mask));
     const std::string file = directory + "/settings.xml";
@@ -105,8 +106,8 @@ TEST_F(Ensure, RefusesAPathThatNamesNoFile) {
   EXPECT_EQ(EnsureSettingsFile("/"), -1);
 }
 
-// What fits is there, if it is only a byte, and the next load takes it as far as it goes.
-TEST_F(Ensure, IsContentWithAFileThatIsCutShort) {
+// One byte is enough: the next load reads the file as far as it goes.
+TEST_F(Ensure, SucceedsForAFileThatIsCutShort) {
   rlimit unlimited;
   ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
   for (const std::size_t size : {100U, 1U}) {
@@ -300,7 +301,7 @@ TEST_F(SetText, AddsATextToAnElementWithoutNodes) {
   EXPECT_EQ(Get("/Agent/BackupGateway"), "192.0.2.2");
 }
 
-TEST_F(SetText, LeavesAnElementAloneThatHoldsNodesButNoText) {
+TEST_F(SetText, DoesNotChangeAnElementWithNodesButNoText) {
   ASSERT_EQ(Load("<a><b/></a><c x='1'/>"), 0);
   Set("/a", "text");
   Set("/c", "text");
@@ -352,8 +353,8 @@ TEST_F(SetText, AMissingValueDoesNothing) {
   EXPECT_EQ(Get("/a"), "x");
 }
 
-// The value is released in each of these; the leak check would find it.
-TEST_F(SetText, TakesTheValueOverWhateverBecomesOfIt) {
+// Each of these values is freed; the leak checker finds one that is not.
+TEST_F(SetText, TakesTheValueOverInEveryCase) {
   Set("/a", "no document");
   ASSERT_EQ(Load("<a><b/></a>"), 0);
   Set("/other", "no <such> element");
@@ -368,7 +369,7 @@ TEST_F(Save, WritesTheDocumentFormatted) {
   EXPECT_EQ(Content(), "<a>\n <b>x</b>\n <c/>\n</a>\n");
 }
 
-// Reading decodes the texts in the document; as they stand, these could not be read again.
+// Getting a text decodes it in the document; these could not be read again if they were saved so.
 TEST_F(Save, EncodesWhatNoTextCanBeginWith) {
   const struct {
     const char *loaded;
@@ -457,7 +458,7 @@ TEST_F(Save, NeverCreatesTheFile) {
   EXPECT_EQ(Get("/a"), "x");
 }
 
-// A process of its own, in which nothing was loaded before.
+// In a process of its own, where nothing has been loaded yet.
 TEST(SaveDeathTest, FailsBeforeTheFirstLoad) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(_exit(SaveSettingsFile(1) == -1 && SaveSettingsFile(0) == 0 ? 0 : 1),

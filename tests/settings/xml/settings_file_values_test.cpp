@@ -1,4 +1,4 @@
-// Random values in a settings file: each comes back as it was set, saved and loaded.
+// Random values in a settings file: set, saved and loaded, each is the same.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr int kValues = 50;  // in one document, so that one can do harm to another
+constexpr int kValues = 50;  // in one document, so that one value can damage another
 
-// Values as they come out of a file: without white space around them, and without an entity, which
-// would come back decoded.
+// Values without white space around them, which would be lost, and without an entity, which would
+// come back decoded.
 class RandomValues {
  public:
   explicit RandomValues(std::vector<const char *> pieces) : pieces_(std::move(pieces)) {}
@@ -64,7 +64,7 @@ class SettingsFileValues : public testing::Test {
 
   static std::string ElementPath(std::size_t index) { return "/Agent/e" + std::to_string(index); }
 
-  // Each into an element of its own.
+  // Sets each value in an element of its own.
   static void SetAll(const std::vector<std::string> &values) {
     for (std::size_t i = 0; i < values.size(); ++i) {
       SimpleXmlParserSet(ElementPath(i).c_str(), strdup(values[i].c_str()));
@@ -103,8 +103,8 @@ TEST_F(SettingsFileValues, SurviveSavingAndLoading) {
   }
 }
 
-// Reading decodes them in the document. Only a "<" is not kept so: it is markup in the file then.
-TEST_F(SettingsFileValues, SurviveReadingSavingAndLoading) {
+// Getting a value decodes it in the document. A "<" is left out: it is markup in the file then.
+TEST_F(SettingsFileValues, SurviveGettingSavingAndLoading) {
   RandomValues random({">", "/>", "&", "'", "\"", "=", "?", ";", " ", "\n", "x", "lt"});
   for (int i = 0; i < 40; ++i) {
     const std::vector<std::string> values = random.Make();

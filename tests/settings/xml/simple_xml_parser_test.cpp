@@ -1,3 +1,4 @@
+// From a text to a tree: what is accepted, and which error code is given for what is not.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -7,7 +8,7 @@
 
 namespace {
 
-// The tree, or the error that it ended with.
+// The tree in one line, or the error.
 std::string Parsed(std::string_view text) {
   int32_t error = 0;
   const XmlTree tree = Parse(text, &error);
@@ -33,12 +34,12 @@ TEST(Parser, ElementsNest) {
   EXPECT_EQ(Parsed("<a><b/><c/></a><d/>"), "{a{b{} c{}} d{}}");
 }
 
-TEST(Parser, WhiteSpaceBetweenTagsIsNoText) {
+TEST(Parser, WhiteSpaceBetweenTagsIsNotAText) {
   EXPECT_EQ(Parsed(" \n<a>\r\n\t<b/> \n</a>\n"), "{a{b{}}}");
   EXPECT_EQ(Parsed("< a >x</ a >"), "{a{[x]}}");
 }
 
-TEST(Parser, ABlankBehindTheOpeningMakesWhatFollowsAName) {
+TEST(Parser, AfterABlankASlashOrQuestionMarkBelongsToTheName) {
   EXPECT_EQ(Parsed("< /a></ /a>< ?b/>"), "{/a{} ?b{}}");
 }
 
@@ -100,7 +101,7 @@ TEST(Parser, AQuestionMarkAloneLeavesAnEmptyNameOrValue) {
   EXPECT_EQ(Parsed("<?p x=?>the rest"), "{?p{@x= [the rest]}}");
 }
 
-TEST(Parser, AnElementThatIsNoInstructionKeepsItsQuestionMark) {
+TEST(Parser, AnOrdinaryElementKeepsItsQuestionMark) {
   EXPECT_EQ(Parsed("<a x?></a>"), "{a{@x?}}");
   EXPECT_EQ(Parsed("<a x=1?></a>"), "{a{@x=1?}}");
 }
@@ -109,11 +110,11 @@ TEST(Parser, AnInstructionsOwnNameKeepsItsQuestionMark) {
   EXPECT_EQ(Parsed("<?p?></p?>"), "{?p?{}}");
 }
 
-TEST(Parser, TakesEveryByteThatIsNoMarkup) {
+TEST(Parser, AcceptsEveryByteThatIsNotMarkup) {
   EXPECT_EQ(Parsed("<a\xff>\xff\x01\x80</a\xff>"), "{a\xff{[\xff\x01\x80]}}");
 }
 
-TEST(Parser, ANulEndsTheTextsThatItIsPartOf) {
+TEST(Parser, ANulEndsTheNameValueOrTextThatHoldsIt) {
   EXPECT_EQ(Parsed(std::string("<a b\0c=d\0e>f\0g</a>h", 20)), "{a{@b=d [f]} [h]}");
 }
 
@@ -129,7 +130,7 @@ TEST(Parser, AnEndTagIsComparedOverTheLengthOfTheElementsName) {
   EXPECT_EQ(Parsed("<a><b></ab><d/>"), "{a{b{}} d{}}");
 }
 
-TEST(Parser, NamesWhatIsWrong) {
+TEST(Parser, GivesTheCodeOfTheError) {
   const struct {
     const char *text;
     int error;
@@ -148,7 +149,7 @@ TEST(Parser, NamesWhatIsWrong) {
   }
 }
 
-TEST(Parser, TheEndOfTheTextIsNoErrorWhereverItComes) {
+TEST(Parser, TheTextMayEndAnywhere) {
   const struct {
     const char *text;
     const char *tree;
@@ -179,7 +180,7 @@ TEST(Parser, TheEndOfTheTextIsNoErrorWhereverItComes) {
   }
 }
 
-TEST(Parser, ReadsNothingBehindTheLength) {
+TEST(Parser, ReadsNothingAfterTheLength) {
   const std::string source = "<a>x</a><b/>'";
   int32_t error = -1;
   const XmlTree tree(SimpleParseXML(source.data(), 8, &error));
@@ -236,7 +237,7 @@ TEST(Parser, GrowsByFiveSlots) {
   EXPECT_EQ(Top(Parse("<a x>t<b/>u<c/>v</a>"))->node_capacity, 10);
 }
 
-// One element at a time, as the whole-text parse does for each of them.
+// Parses a single element from the middle of a text.
 class ElementParser : public testing::Test {
  protected:
   void Start(const char *text) {
@@ -314,7 +315,7 @@ TEST_F(ElementParser, GivesZeroAndTheCodeAtAnError) {
   EXPECT_EQ(xml_.error, 7);
 }
 
-TEST_F(ElementParser, StartsInContentWhenTheStateSaysSo) {
+TEST_F(ElementParser, StartsInContentWhenTheFlagIsSet) {
   Start("text<b/></a>");
   xml_.inside_content = true;
   EXPECT_EQ(SimpleParseXMLElement(&xml_, element_), 1);
@@ -322,7 +323,7 @@ TEST_F(ElementParser, StartsInContentWhenTheStateSaysSo) {
   EXPECT_EQ(xml_.start_tag, nullptr);
 }
 
-TEST(ParserDeathTest, NamesWhatIsMissing) {
+TEST(ParserDeathTest, NamesTheParameterAtFault) {
   SimpleXML xml{};
   int32_t error = 0;
   const XmlTree tree = EmptyTree();

@@ -1,4 +1,4 @@
-// Random documents: what was written and is read again is written the same.
+// Random documents: a tree that is written and parsed again is the same.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -13,15 +13,15 @@ class RandomDocument {
  public:
   explicit RandomDocument(unsigned seed) : random_(seed) {}
 
-  // One that the parser accepts: elements closed, left open or closed by an end tag further out,
-  // with and without attributes and texts.
+  // A document that the parser accepts. Elements are closed, left open or closed by the end tag of
+  // one around them, with and without attributes and texts.
   std::string Make() {
     document_.clear();
     AddContent(0);
     return document_;
   }
 
-  // Any row of tokens, most of which is no document.
+  // A random sequence of tokens, most of which the parser refuses.
   std::string MakeTokens() {
     document_.clear();
     for (unsigned i = 1 + Below(12); i > 0; --i) {
@@ -52,7 +52,7 @@ class RandomDocument {
 
   void AddText() {
     document_ += Pick({"x", "=", "one  two", "'<t>' u", "it's \"\n\"", "a/b", "/",
-                       "= =", "&amp;lt;", "caf\xc3\xa9", "? !"});
+                       "= =", "&amp;lt;", "caf\xc3\xa9", "? !", "x > y'", "z/>"});
   }
 
   void AddContent(unsigned level) {
@@ -85,7 +85,7 @@ class RandomDocument {
   std::string document_;
 };
 
-// Whether the name, the way the writer puts it behind "<", opens another kind of tag.
+// Whether the name makes another kind of tag of the "<" that the writer puts before it.
 bool OpensAnotherTag(std::string_view name) {
   return name.front() == '/' || name.front() == '?';
 }
@@ -107,8 +107,9 @@ bool EndsAsEmptyTag(const SimpleXMLElement *element) {
   return has_content && (last.back() == '/' || name.back() == '/');
 }
 
-// Whether what the writer makes of the tree is the same document: an instruction is written as an
-// element, and a "/" or "?" that blanks kept apart from the markup runs into it.
+// Whether the tree, written and parsed, is the same tree. It is not when it has an instruction,
+// which is written as an element, nor when a "/" or "?" that stood apart from the markup becomes
+// part of it.
 bool ReadsBack(const SimpleXMLElement *element) {
   if (element->name != nullptr && (element->processing_instruction != 0 ||
                                    OpensAnotherTag(element->name) || EndsAsEmptyTag(element))) {
@@ -170,7 +171,7 @@ TEST(RoundTrip, HoldsForADocumentCutOffAnywhere) {
   EXPECT_GT(checked, 1000);
 }
 
-TEST(RoundTrip, AnyRowOfTokensEndsInATreeOrAnError) {
+TEST(RoundTrip, AnySequenceOfTokensGivesATreeOrAnError) {
   RandomDocument document(42);
   int trees = 0;
   int errors = 0;

@@ -1,3 +1,4 @@
+// Copies of texts and replacements in them.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,7 +12,7 @@ std::string Copied(const char *text, int32_t count) {
   return XmlText(SimpleStrdup(text, count)).get();
 }
 
-// "none" stands for none.
+// "none" stands for null.
 std::string Replaced(const char *old_text, const char *find_text, const char *replace_text) {
   const XmlText text(strrep(old_text, find_text, replace_text));
   return text == nullptr ? "none" : text.get();

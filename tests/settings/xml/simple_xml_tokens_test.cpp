@@ -1,3 +1,4 @@
+// The tokens of the parser, and the steps of its scanner.
 #include "settings/xml/simple_xml_tokens.h"
 
 #include <gtest/gtest.h>
@@ -8,8 +9,8 @@
 
 namespace {
 
-// Every token as its code, a colon and its text, one blank between two; the end as its code alone,
-// and the error behind it when there is one.
+// Every token as its code, a colon and its text, separated by blanks. The end is its code alone,
+// followed by the error when there is one.
 std::string Tokens(std::string_view text) {
   const GuardedText source(text);
   SimpleXML xml{};
@@ -54,7 +55,7 @@ TEST(Tokens, AWordEndsAtMarkup) {
   EXPECT_EQ(Tokens("a/>b"), "0:a 7:/> 0:b 8");
 }
 
-TEST(Tokens, AWordHoldsWhateverElseIsInIt) {
+TEST(Tokens, AWordHoldsEverythingElse) {
   EXPECT_EQ(Tokens("a/b / c/"), "0:a/b 0:/ 0:c/ 8");
   EXPECT_EQ(Tokens("don't a\"b\""), "0:don't 0:a\"b\" 8");
   EXPECT_EQ(Tokens("? !-- &amp;"), "0:? 0:!-- 0:&amp; 8");
@@ -67,13 +68,13 @@ TEST(Tokens, AQuoteRunsToTheNextQuoteOfItsKind) {
   EXPECT_EQ(Tokens("''\"\""), "1:'' 1:\"\" 8");
 }
 
-TEST(Tokens, AQuoteThatIsNotClosedEndsThemWithAnError) {
+TEST(Tokens, AQuoteThatIsNotClosedIsTheEndAndAnError) {
   EXPECT_EQ(Tokens("a \"b"), "0:a 8 error 5");
   EXPECT_EQ(Tokens("'b\""), "8 error 5");
   EXPECT_EQ(Tokens("\""), "8 error 5");
 }
 
-TEST(Tokens, AnOpeningNeedsNoSpaceBehindIt) {
+TEST(Tokens, AnOpeningNeedsNoSpaceAfterIt) {
   EXPECT_EQ(Tokens("<?a</b<c"), "6:<? 0:a 3:</ 0:b 2:< 0:c 8");
   EXPECT_EQ(Tokens("< / ?"), "2:< 0:/ 0:? 8");
 }
@@ -101,7 +102,7 @@ TEST(SimpleFindEndOfText, LeavesOutTheWhiteSpaceAtTheEnd) {
   EXPECT_EQ(xml.position, 8);
 }
 
-TEST(ScannerDeathTest, NamesWhatIsMissing) {
+TEST(ScannerDeathTest, NamesTheParameterAtFault) {
   SimpleXML xml{};
   EXPECT_STOPS(SimpleFindNonWhiteSpace(&xml), "inXML->xml");
   EXPECT_STOPS(SimpleFindEndOfText(&xml, 0), "inXML->xml");
@@ -109,7 +110,7 @@ TEST(ScannerDeathTest, NamesWhatIsMissing) {
   EXPECT_STOPS(SimpleFindEndOfText(nullptr, 0), "inXML");
 }
 
-TEST(ScannerDeathTest, NamesAPlaceBeforeTheText) {
+TEST(ScannerDeathTest, NamesAPositionBeforeTheText) {
   SimpleXML xml{};
   xml.xml = "text";
   xml.length = 4;

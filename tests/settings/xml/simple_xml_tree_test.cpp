@@ -1,3 +1,4 @@
+// Building, searching and enumerating a tree.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -56,7 +57,7 @@ TEST(SimpleAdd, TakesTheTextsOver) {
 
 class FindElement : public testing::Test {
  protected:
-  // The text of the element at the path, or "none".
+  // The element at the path in one line, or "none".
   std::string Found(const char *path) const {
     const SimpleXMLElement *element = SimpleFindElement(tree_.get(), path);
     return element == nullptr ? "none" : Outline(element);
@@ -104,7 +105,7 @@ TEST_F(FindElement, LooksIntoNamespaceAndBrindleReg) {
   EXPECT_EQ(Found("/Agent"), "Agent{}");
 }
 
-TEST_F(FindElement, DoesNotGoOnBehindATransparentElement) {
+TEST_F(FindElement, DoesNotGoOnAfterATransparentElement) {
   tree_ = Parse("<Namespace><Other/></Namespace><Agent/>");
   EXPECT_EQ(Found("/Agent"), "none");
   tree_ = Parse("<Agent>1</Agent><Namespace><Agent>2</Agent></Namespace>");

@@ -1,3 +1,4 @@
+// From a tree to a text, formatted and compact.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -33,11 +34,11 @@ TEST(Writer, AnElementWithoutContentIsAnEmptyTag) {
   EXPECT_EQ(Compact("<a x=\"1\" y='2'></a>"), "<a x=\"1\" y='2'/>");
 }
 
-TEST(Writer, AttributesStandInTheTagAsTheyWereWritten) {
+TEST(Writer, AttributesAreWrittenInTheTagAsTheyWereRead) {
   EXPECT_EQ(Compact("<a  x = \"1\"  y='2' z=3 w ><b/></a>"), "<a x=\"1\" y='2' z=3 w><b/></a>");
 }
 
-TEST(Writer, AnAttributeAddedBehindATextStillStandsInTheTag) {
+TEST(Writer, AnAttributeAddedAfterATextIsWrittenInTheTag) {
   const XmlTree tree = Parse("<a>t</a>");
   SimpleAddAttribute(Top(tree), SimpleStrdup("x", 0), SimpleStrdup("'1'", 0), 5);
   EXPECT_EQ(Written(tree.get(), 1), "<a x='1'>t</a>\n");
@@ -52,16 +53,16 @@ TEST(Writer, AnInstructionIsWrittenAsAnElement) {
   EXPECT_EQ(Compact("<?xml version=\"1.0\"?><a/>"), "<xml version=\"1.0\"><a/></xml>");
 }
 
-TEST(Writer, ATextThatComesFirstSitsDirectlyBehindTheStartTag) {
+TEST(Writer, ATextThatComesFirstIsDirectlyAfterTheStartTag) {
   EXPECT_EQ(Formatted("<a>x<b/></a>"), "<a>x <b/>\n</a>\n");
 }
 
-TEST(Writer, ATextBehindAnElementLeavesTheLineFeedBeforeIt) {
+TEST(Writer, ATextAfterAnElementLeavesTheLineFeedBeforeIt) {
   EXPECT_EQ(Formatted("<a><b/>x</a>"), "<a>\n <b/>\nx</a>\n");
   EXPECT_EQ(Formatted("<a><b/>x<c/>y</a>"), "<a>\n <b/>\nx <c/>\ny</a>\n");
 }
 
-TEST(Writer, ATextBehindATextIsNotCutOff) {
+TEST(Writer, ATextAfterATextIsNotCutOff) {
   const XmlTree tree = Parse("<a>one</a>");
   SimpleAddText(Top(tree), SimpleStrdup("two", 0), 5);
   EXPECT_EQ(Written(tree.get(), 1), "<a>onetwo</a>\n");
@@ -89,12 +90,12 @@ TEST(Writer, WritesEntitiesAsTheyAreStored) {
   EXPECT_EQ(Compact("<a>&lt;&amp;</a>"), "<a>&lt;&amp;</a>");
 }
 
-TEST(Writer, AnElementIsWrittenWithoutWhatIsAroundIt) {
+TEST(Writer, AnElementInsideATreeIsWrittenAlone) {
   const XmlTree tree = Parse("<a><b><c/></b></a>");
   EXPECT_EQ(Written(Top(tree)->nodes[0].object.element, 1), "<b>\n <c/>\n</b>\n");
 }
 
-TEST(Writer, TheTextIsTerminatedBehindItsSize) {
+TEST(Writer, TheTextIsTerminatedAtItsSize) {
   const XmlTree tree = Parse("<a/>");
   std::size_t size = 0;
   const XmlText text(SimpleCreateXMLString(tree.get(), 0, &size));

@@ -1,4 +1,4 @@
-// What the tests of the XML document share.
+// Helpers that the tests of the XML document share.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -30,7 +30,7 @@ struct XmlDeleter {
 using XmlTree = std::unique_ptr<SimpleXMLElement, XmlDeleter>;
 using XmlText = std::unique_ptr<char, XmlDeleter>;
 
-// A text without a terminator that ends where readable memory does: reading past it is a crash.
+// A text without a terminator at the end of readable memory, so that reading past it is a crash.
 class GuardedText {
  public:
   explicit GuardedText(std::string_view text) {
@@ -82,8 +82,8 @@ inline std::string Written(const SimpleXMLElement *element, int32_t formatted) {
   return std::string(text.get(), size);
 }
 
-// A tree in one line: an element is its name ("?" before an instruction's) and its nodes in braces,
-// an attribute @name or @name=value, a text stands in square brackets.
+// The tree in one line. An element is its name (after "?" for an instruction) followed by its nodes
+// in braces; an attribute is @name or @name=value; a text is in square brackets.
 inline std::string Outline(const SimpleXMLElement *element) {
   std::string outline = element->processing_instruction != 0 ? "?" : "";
   outline += element->name == nullptr ? "" : element->name;
