@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "text/command_output.h"
 #include "text/line_reader.h"
 #include "text/trim_blanks.h"
 
@@ -11,13 +12,13 @@ HeapText agent_version;
 
 namespace {
 
-constexpr char kVersionCommand[] = "/usr/sbin/vexaagent -v";
+constexpr char kVersionCommand[] = "exec /usr/sbin/vexaagent -v";
 constexpr char kLibraryDirectory[] = "/etc/vexaagent/lib";
 constexpr char kLibraryPath[] = "LD_LIBRARY_PATH";
 constexpr std::size_t kLineLimit = 255;  // bytes a read
 
 void ReadVersion() {
-  std::FILE *output = popen(kVersionCommand, "r");
+  std::FILE *output = OpenOutputOf(kVersionCommand);
   if (output == nullptr) {
     return;
   }
@@ -25,7 +26,7 @@ void ReadVersion() {
   while (ReadLine(output, kLineLimit, line)) {
     agent_version = HeapText::Copy(VersionFromLine(line).c_str());
   }
-  pclose(output);
+  std::fclose(output);
 }
 
 }  // namespace

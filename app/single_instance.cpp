@@ -13,6 +13,7 @@
 #include <string>
 
 #include "app/print_now.h"
+#include "text/command_output.h"
 #include "text/line_reader.h"
 
 namespace {
@@ -95,12 +96,12 @@ bool AnotherInstanceHoldsLock(const char *pid_file) {
 
 // Through the shell: AnotherInstanceHoldsLock alone opens the file, and once.
 std::optional<std::int32_t> RunningInstancePid(const char *pid_file) {
-  std::FILE *output = popen((std::string("cat ") + pid_file).c_str(), "r");
+  std::FILE *output = OpenOutputOf(std::string("exec cat ") + pid_file);
   if (output == nullptr) {
     return std::nullopt;
   }
   std::string line;
   ReadLine(output, kPidLineLimit, line);
-  pclose(output);
+  std::fclose(output);
   return PidFromText(line);
 }

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "text/command_output.h"
 #include "text/line_reader.h"
 
 namespace {
@@ -19,17 +20,10 @@ constexpr std::size_t kLineLimit = 1022;  // bytes a read, for the table and the
 // An empty text when the tool cannot be started or prints nothing.
 std::string ReadLocaleLine() {
   std::string line;
-  std::FILE *output = popen(kLocaleCommand, "r");
+  std::FILE *output = OpenOutputOf(kLocaleCommand);
   if (output != nullptr) {
     ReadLine(output, kLineLimit, line);
-    // fclose and not pclose: nothing here asks how the command ended. Whether the child is waited
-    // for is the C library's choice then. (clang does not know the warning.)
-#pragma GCC diagnostic push
-#ifndef __clang__
-#pragma GCC diagnostic ignored "-Wmismatched-dealloc"
-#endif
     std::fclose(output);
-#pragma GCC diagnostic pop
   }
   return line;
 }

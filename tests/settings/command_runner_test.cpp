@@ -1,7 +1,6 @@
 // Real commands in real shells: their results, what is read of them, and what can fail.
 #include "settings/command_runner.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/time.h>
@@ -192,15 +191,8 @@ TEST(OpenCommandOutput, LeavesNoDescriptorOpen) {
 }
 
 TEST(OpenCommandOutput, LeavesNoEndOfThePipeOpenInTheCommand) {
-  std::string inherited;
-  for (int descriptor = 0; descriptor < 256; ++descriptor) {
-    const int flags = fcntl(descriptor, F_GETFD);
-    if (flags != -1 && (flags & FD_CLOEXEC) == 0) {
-      inherited += std::to_string(descriptor) + " ";
-    }
-  }
-  const Output output =
-      RunAndRead("for f in $(seq 0 255); do [ -e /proc/$$/fd/$f ] && printf '%%d ' $f; done");
+  const std::string inherited = InheritedDescriptors();
+  const Output output = RunAndRead("%s", kListDescriptors);
   EXPECT_EQ(output.text, inherited);
   WaitChild(output.child);
 }

@@ -6,6 +6,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <string>
+
 inline int CountDescriptors() {
   int count = 0;
   for (int descriptor = 0; descriptor < 256; ++descriptor) {
@@ -13,6 +15,21 @@ inline int CountDescriptors() {
   }
   return count;
 }
+
+// Those that a command inherits, as the command line below lists its own.
+inline std::string InheritedDescriptors() {
+  std::string inherited;
+  for (int descriptor = 0; descriptor < 256; ++descriptor) {
+    const int flags = fcntl(descriptor, F_GETFD);
+    if (flags != -1 && (flags & FD_CLOEXEC) == 0) {
+      inherited += std::to_string(descriptor) + " ";
+    }
+  }
+  return inherited;
+}
+
+inline constexpr char kListDescriptors[] =
+    "for f in $(seq 0 255); do [ -e /proc/$$/fd/$f ] && printf '%d ' $f; done";
 
 // While one lives, the process can open nothing: no file, no pipe.
 class NoDescriptorsLeft {
