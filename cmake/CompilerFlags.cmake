@@ -1,5 +1,9 @@
 # Warnings, hardening, sanitizers and coverage, for every target of the tree.
-option(KORV_WERROR "Treat compiler warnings as errors" ON)
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "What kind of build, unless told otherwise" FORCE)
+endif()
+
+option(KORV_WERROR "Treat compiler warnings as errors" OFF)
 option(KORV_COVERAGE "Count which lines and branches run; needs gcc" OFF)
 option(KORV_FUZZ "Build the fuzzers; needs clang and the sanitizers" OFF)
 option(KORV_SANITIZE "Build with the address, undefined-behaviour and leak sanitizers" OFF)

@@ -1,10 +1,13 @@
 # korv_unit_test(SUBJECT_test SOURCES... LIBS...): a GoogleTest program, one CTest test.
-# korv_pytest(GROUP FILE [ENVIRONMENT...] [PROPERTIES...]): a pytest file, one CTest test.
+# korv_pytest(GROUP FILE [ENVIRONMENT...] [PROPERTIES...]): a pytest file, one CTest test; none in a
+# build without the device, which does with the compiler alone.
 #
 # A test is named BUILD/GROUP/SUBJECT. The build's name comes first, so that one CTest run can cover
 # several build trees.
 find_package(GTest REQUIRED)
-find_program(KORV_PYTHON NAMES python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)  # has pyatspi
+if(KORV_DEVICE)
+  find_program(KORV_PYTHON NAMES python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)  # has Debian's modules
+endif()
 get_filename_component(KORV_BUILD_NAME ${PROJECT_BINARY_DIR} NAME)
 
 set(KORV_TEST_ENVIRONMENT
@@ -29,6 +32,9 @@ function(korv_unit_test name)
 endfunction()
 
 function(korv_pytest group file)
+  if(NOT KORV_DEVICE)
+    return()
+  endif()
   cmake_parse_arguments(arg "" "" "ENVIRONMENT;PROPERTIES" ${ARGN})
   korv_test_name(test ${group} ${file})
   add_test(NAME ${test}
