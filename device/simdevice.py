@@ -392,6 +392,11 @@ class SimDevice:
         (self.bin / "regmux").symlink_to(self.client)
 
 
+def is_usable(state):
+    """Whether a directory is a device's state, or can become one: it is not there yet, or empty."""
+    return (state / "files/etc/regmux").is_dir() or not state.exists() or not any(state.iterdir())
+
+
 def _memory():
     """A directory in memory that can hold programs, where making a device's hundreds of links takes
     a tenth of the time; None: there is none."""

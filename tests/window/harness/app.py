@@ -2,7 +2,6 @@
 import contextlib
 import gettext
 import pathlib
-import platform
 import re
 import signal
 import subprocess
@@ -13,14 +12,13 @@ from Xlib.error import ConnectionClosedError
 
 from . import accessibility
 from .accessibility import Node, Role, State
+from .processes import is_idle
 from .waiting import LIMIT, wait_for
 from .windows import Message, Window
 
 TITLE = "Agent Configure Manager"
 WARNINGS = re.compile(r"^.*-(?:WARNING|CRITICAL|ERROR) \*\*.*$", re.MULTILINE)
 SANITIZERS = re.compile(r"^.*(?:Sanitizer|runtime error:).*$", re.MULTILINE)
-# The numbers of poll and ppoll.
-POLL = {"x86_64": ("7", "271"), "aarch64": ("73",)}[platform.machine()]
 # The toolkit names a message's icon in the user's language.
 KINDS = {"Error": "error", "Information": "info", "Warning": "warning", "Question": "question"}
 
@@ -150,20 +148,12 @@ class App:
         """Returns when the program has dealt with all input so far, has done what it had left for
         later, has had it drawn, and waits for more; or when it has ended."""
         self.desktop.settle_manager()
-        for step in (self._answers, self._is_idle, self._answers):
+        for step in (self._answers, lambda: is_idle(self.pid), self._answers):
             wait_for(lambda: not self.running or step(), "the program to deal with its input")
 
     def _answers(self):
         windows = self.x_windows()
         return not windows or self.desktop.settle_window(windows[0], timeout=0.25)
-
-    def _is_idle(self):
-        """Whether the main loop sleeps; that for an answer to a request of its own has one file."""
-        try:
-            call = pathlib.Path(f"/proc/{self.pid}/syscall").read_text().split()
-        except (FileNotFoundError, ProcessLookupError):
-            return True
-        return call[0] in POLL and int(call[2], 16) > 1
 
     def wait_gone(self, window):
         """Waits until the window is closed."""

@@ -36,6 +36,7 @@ OPENBOX = """<?xml version="1.0" encoding="UTF-8"?>
 """
 MANAGERS = {
     "openbox": lambda rc: ["openbox", "--sm-disable", "--config-file", rc],
+    "jwm": lambda _: ["jwm", "-f", "/etc/jwm/system.jwmrc"],
     "metacity": lambda rc: ["metacity", "--sm-disable", "--no-composite"],
 }
 # What is drawn depends on nothing but the program: no blinking, no user's theme, no second click
@@ -56,7 +57,7 @@ def pictures_differ(one, other):
 
 
 class Desktop:
-    """manager is "openbox", "metacity" or None for a display without a window manager."""
+    """manager is one of MANAGERS, or None for a display without a window manager."""
 
     def __init__(self, bus, manager="openbox", size=(1024, 768), font="DejaVu Sans 10"):
         self.manager = manager

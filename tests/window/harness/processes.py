@@ -1,7 +1,11 @@
-"""Helper processes: servers and window managers."""
+"""Helper processes, which are servers and window managers, and whether the program is idle."""
 import os
 import pathlib
+import platform
 import subprocess
+
+# The numbers of poll and ppoll.
+POLL = {"x86_64": ("7", "271"), "aarch64": ("73",)}[platform.machine()]
 
 
 def start_helper(argv, env, log, **options):
@@ -31,3 +35,13 @@ def read_announced(argv, option, env, log, **options):
         end_helper(process)
         raise RuntimeError(f"{argv[0]} did not start:\n{pathlib.Path(log).read_text()}")
     return process, line
+
+
+def is_idle(pid):
+    """Whether the program's main loop sleeps; that for an answer to a request of its own has one
+    file. A program that has ended is idle."""
+    try:
+        call = pathlib.Path(f"/proc/{pid}/syscall").read_text().split()
+    except (FileNotFoundError, ProcessLookupError):
+        return True
+    return call[0] in POLL and int(call[2], 16) > 1
