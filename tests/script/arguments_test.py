@@ -1,0 +1,97 @@
+"""What the scripts do when they are called in ways that they did not expect: no harm."""
+import pytest
+from conftest import SCRIPTS
+
+ODD = ["", "a b", "-x", "..", "/", "$(touch made)"]
+PACKAGE = "korv-agent-mgr_1.0.0_amd64.deb"
+
+
+@pytest.mark.parametrize("option", ["--help", "-h"])
+@pytest.mark.parametrize("script", SCRIPTS)
+def test_help_answers_at_once_and_does_nothing(tree, script, option):
+    result = tree.run(script, option)
+    assert (result.returncode, result.stderr) == (0, "")
+    assert f"usage: script/{script}" in result.stdout
+    assert "set -" not in result.stdout and "source" not in result.stdout.split("\n")[-2]
+    assert tree.calls() == []
+    assert not (tree.path / "build").exists()
+
+
+@pytest.mark.parametrize("script", SCRIPTS)
+def test_an_unknown_option_is_refused_before_any_work(tree, script):
+    if script == "test":
+        pytest.skip("its options are those of ctest")
+    result = tree.run(script, "--bogus")
+    assert result.returncode == 2
+    assert result.stderr.startswith(f"{script}: ") and "--bogus" in result.stderr
+    assert tree.calls() == []
+
+
+@pytest.mark.parametrize("argument", ODD)
+@pytest.mark.parametrize("script", SCRIPTS)
+def test_an_odd_argument_costs_nobody_a_file(tree, script, argument):
+    before = tree.files()
+    tree.run(script, argument)
+    after = tree.files()
+    assert {path: after.get(path) for path in before} == before
+    assert all(path.name.startswith("korv-agent-mgr_1.0.0_") for path in after.keys() - before.keys())
+
+
+@pytest.mark.parametrize("value", [None, *ODD])
+@pytest.mark.parametrize("variable", ["TMPDIR", "HOME", "BUILD", "DISPLAY", "CDPATH", "DESTDIR"])
+def test_an_odd_environment_costs_nobody_a_file(tree, variable, value):
+    before = tree.files()
+    for script in ("demo", "package", "test"):
+        tree.run(script, **{variable: value})
+    assert tree.files() == before
+
+
+@pytest.mark.parametrize("value", [None, "", "a b", "-x", "..", "."])
+def test_packages_are_built_in_any_temporary_directory_and_nothing_is_left_there(tree, value):
+    for name in ("a b", "-x"):
+        (tree.directory / name).mkdir()
+    before = tree.files()
+    result = tree.run("package", TMPDIR=value)
+    assert result.returncode == 0, result.stderr
+    assert (tree.path / "build/package" / PACKAGE).read_text() == "new\n"
+    assert tree.files() == before
+    assert not list(tree.directory.glob("*/korv-package*")) + list(tree.directory.glob("korv-package*"))
+
+
+@pytest.mark.parametrize("directory, lands_in", [
+    (None, "a checkout/build/package"), ("..", ""), (".", "a checkout"), ("a b", "a checkout/a b"),
+    ("./-x", "a checkout/-x"), ("new/one", "a checkout/new/one")])
+def test_only_results_of_the_same_version_are_replaced(tree, directory, lands_in):
+    target = tree.directory / lands_in
+    target.mkdir(parents=True, exist_ok=True)
+    (target / PACKAGE).write_text("old")
+    (target / "source").mkdir(exist_ok=True)
+    (target / "korv-agent-mgr_1.0.0_notes.txt").write_text("somebody's")
+    before = tree.files()
+    result = tree.run("package", *([] if directory is None else [directory]), directory=tree.path)
+    assert result.returncode == 0, result.stderr
+    assert (target / PACKAGE).read_text() == "new\n"
+    after = tree.files()
+    assert {path: after.get(path) for path in before if path != target / PACKAGE} == {
+        path: content for path, content in before.items() if path != target / PACKAGE}
+    assert after.keys() - before.keys() <= {target / PACKAGE, (target / PACKAGE).with_suffix(".dsc")}
+
+
+def test_no_package_goes_where_no_directory_was_named(tree):
+    for arguments in ([""], ["one", "two"]):
+        assert tree.run("package", *arguments).returncode == 2
+    assert tree.calls() == []
+
+
+@pytest.mark.parametrize("purposes", [[], [""], ["all"], ["test", "tests"], ["program"]])
+def test_nothing_is_installed_for_what_is_no_purpose(tree, purposes):
+    result = tree.run("setup", *purposes)
+    assert result.returncode == 2 and "purpose" in result.stderr
+    assert tree.calls() == [call for call in tree.calls() if call.startswith("dpkg-query")]
+
+
+@pytest.mark.parametrize("arguments", [["many"], ["-1"], ["0x10"], ["1", "../../x"], ["1", "a b"]])
+def test_fuzzers_run_only_for_seconds_and_by_their_names(tree, arguments):
+    result = tree.run("fuzz", *arguments)
+    assert result.returncode == 2
+    assert tree.calls() == []
