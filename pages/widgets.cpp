@@ -29,6 +29,13 @@ GtkWidget *AddFrame(GtkWidget *page, const HeapText &title, int width, int heigh
   return row;
 }
 
+GtkWidget *AddBox(GtkWidget *page, GtkWidget *box) {
+  gtk_container_set_border_width(GTK_CONTAINER(box), 5);
+  gtk_box_pack_start(GTK_BOX(page), box, TRUE, TRUE, 0);
+  gtk_widget_show(box);
+  return box;
+}
+
 GtkWidget *AddColumn(GtkWidget *row, guint padding) {
   GtkWidget *column = gtk_vbox_new(FALSE, 10);
   gtk_container_set_border_width(GTK_CONTAINER(column), 5);

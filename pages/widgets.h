@@ -10,6 +10,9 @@
 // A frame of at least this size, in pixels. Returns the row inside it; the frame is its parent.
 GtkWidget *AddFrame(GtkWidget *page, const HeapText &title, int width, int height);
 
+// Packs `box` into `page`, which it shares with other parts of the page.
+GtkWidget *AddBox(GtkWidget *page, GtkWidget *box);
+
 // One column of a form, whose fields share its height.
 GtkWidget *AddColumn(GtkWidget *row, guint padding);
 

@@ -1,7 +1,18 @@
 // What UTF-8 says of its own bytes.
 #pragma once
 
+#include <string_view>
+
 // Whether the byte continues a character that an earlier byte began.
 inline bool ContinuesCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+// The first characters of the text, at most so many.
+inline std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+  std::size_t end = 0;
+  while (end < text.size() && (ContinuesCharacter(text[end]) || count-- > 0)) {
+    ++end;
+  }
+  return text.substr(0, end);
 }

@@ -32,7 +32,6 @@ inline constexpr Choices kDelayScopes = {
     {60, "DelayScope_Store_Item5", "1 hour"},
 };
 
-// The decimal number that a setting's text (null when absent) begins with, 0 when it begins with
-// none, the nearest int when it fits none. `when_absent` for an absent text; nothing for an empty
-// one, which selects no row.
+// The number that a setting's text begins with (see LeadingNumber). `when_absent` for an absent
+// text, a null; nothing for an empty one, which selects no row.
 std::optional<int> StoredNumber(const char *setting, int when_absent);

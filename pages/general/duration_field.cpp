@@ -12,16 +12,8 @@
 
 namespace {
 
-void FocusLogLevel() {
-  gtk_widget_grab_focus(general_page.log_level);
-}
-
-GtkWidget *EntryIn(const DurationField &field) {
-  return GTK_WIDGET(EntryOf(field.combo));
-}
-
 bool HasFocus(const DurationField &field) {
-  return gtk_widget_is_focus(EntryIn(field)) == TRUE;
+  return gtk_widget_is_focus(GTK_WIDGET(field.entry)) == TRUE;
 }
 
 void SelectMinutes(const DurationField &field, GtkWidget *combo, int minutes) {
@@ -43,14 +35,6 @@ void Reselect(DurationField &field, int minutes) {
   SelectMinutes(field, field.combo, minutes);
 }
 
-bool ReplaceEmpty(DurationField &field) {
-  if (!ShowFieldMessage(field.kind.empty)) {
-    return false;
-  }
-  Reselect(field, field.kind.recommended);
-  return true;
-}
-
 bool TakeNumber(DurationField &field, const std::string &text) {
   const TypedDuration typed = field.kind.parse(text);
   if (typed.fault == DurationFault::kNone) {
@@ -60,17 +44,21 @@ bool TakeNumber(DurationField &field, const std::string &text) {
   }
   const bool is_range = typed.fault == DurationFault::kRange;
   if (ShowFieldMessage(is_range ? field.kind.range : field.kind.format)) {
-    gtk_widget_grab_focus(EntryIn(field));
+    gtk_widget_grab_focus(GTK_WIDGET(field.entry));
   }
   return false;
 }
 
 bool Check(DurationField &field) {
   // A copy: selecting a row replaces the entry's own text.
-  const std::string text = gtk_entry_get_text(EntryOf(field.combo));
+  const std::string text = gtk_entry_get_text(field.entry);
   const std::string typed = TrimmedBlanks(text);
   if (typed.empty()) {
-    return ReplaceEmpty(field);
+    const bool can_replace = ShowFieldMessage(field.kind.empty);
+    if (can_replace) {
+      Reselect(field, field.kind.recommended);
+    }
+    return can_replace;
   }
   if (const auto minutes = NumberNamed(field.store, typed)) {
     Reselect(field, *minutes);
@@ -95,9 +83,9 @@ gboolean CheckOnLeaving(DurationField &field) {
 }
 
 gboolean CheckRoom(const DurationField &field, const GdkEventKey *event) {
-  const bool is_full = gtk_entry_get_text_length(EntryOf(field.combo)) == kEntryLimit;
+  const bool is_full = gtk_entry_get_text_length(field.entry) == kEntryLimit;
   if (is_full && IsRefusedWhenFull(event) && ShowFieldMessage(field.kind.full)) {
-    FocusUnselected(EntryIn(field));
+    FocusUnselected(GTK_WIDGET(field.entry));
   }
   return FALSE;
 }
@@ -118,7 +106,7 @@ const DurationKind kPullIntervalKind = {
     {"Msg_PageGeneral_Interval_Err2", "The pull interval should be a number between 0 and 10080."},
     {"Msg_PageGeneral_Interval_Err4",
      "The input pull interval value max size can not exceed 50 characters."},
-    FocusLogLevel,
+    [] { gtk_widget_grab_focus(general_page.log_level); },
 };
 
 const DurationKind kDelayScopeKind = {

@@ -32,7 +32,8 @@ extern const DurationKind kDelayScopeKind;
 // A field on the page.
 struct DurationField {
   const DurationKind &kind;
-  GtkWidget *combo = nullptr;  // with an entry
+  GtkWidget *combo = nullptr;
+  GtkEntry *entry = nullptr;  // inside the combo
   GtkListStore *store = nullptr;
   bool validated = false;  // the last check ended with a valid number
 };

@@ -10,17 +10,6 @@
 
 namespace {
 
-// The first characters of a UTF-8 text, as many as an entry holds.
-std::string_view HeldByEntry(std::string_view text) {
-  std::size_t bytes = 0;
-  for (int characters = 0; bytes < text.size(); ++bytes) {
-    if (!ContinuesCharacter(text[bytes]) && ++characters > kEntryLimit) {
-      break;
-    }
-  }
-  return text.substr(0, bytes);
-}
-
 bool IsDigit(char byte) {
   return byte >= '0' && byte <= '9';
 }
@@ -72,7 +61,8 @@ TypedDuration ReadNumber(const std::string &typed, const std::string &text, int 
 // A row of more than 50 characters, or with blanks at its ends, is a translator's slip; it is found
 // all the same.
 bool NamesRow(std::string_view typed, std::string_view row_text, int row_number) {
-  return typed == TrimmedBlanks(HeldByEntry(row_text)) || typed == std::to_string(row_number);
+  return typed == TrimmedBlanks(FirstCharacters(row_text, kEntryLimit)) ||
+         typed == std::to_string(row_number);
 }
 
 TypedDuration ParseTypedInterval(const std::string &entry_text) {

@@ -2,9 +2,9 @@
 #include "pages/groups/group_rules.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <iterator>
 
+#include "text/leading_number.h"
 #include "text/trim_blanks.h"
 
 namespace {
@@ -49,7 +49,7 @@ bool KeepsItsName(const GroupInput &input, const std::string &upper_name) {
 }  // namespace
 
 bool WantsDhcpGroups(const char *setting) {
-  return setting == nullptr || *setting == '\0' || std::strtol(setting, nullptr, 10) != 0;
+  return setting == nullptr || *setting == '\0' || LeadingNumber(setting) != 0;
 }
 
 void ToUpperAscii(std::string &text) {

@@ -27,16 +27,13 @@ GtkWidget *AddRadioButton(GtkWidget *box, GtkWidget *group, const HeapText &labe
 }
 
 void AddRadioButtons() {
-  GtkWidget *box = gtk_vbox_new(FALSE, 10);
-  gtk_container_set_border_width(GTK_CONTAINER(box), 5);
-  gtk_box_pack_start(GTK_BOX(groups_page.box), box, TRUE, TRUE, 0);
+  GtkWidget *box = AddBox(groups_page.box, gtk_vbox_new(FALSE, 10));
   groups_page.dhcp_button = AddRadioButton(
       box, nullptr, PageText("Radio_DHCPGroups", "Get Pre-Assign Groups from DHCP Tag"),
       OnDhcpClicked);
   groups_page.static_button =
       AddRadioButton(box, groups_page.dhcp_button,
                      PageText("Radio_StaticGroups", "Use Static Custom Groups"), OnStaticClicked);
-  gtk_widget_show(box);
 }
 
 // What the model holds is not always UTF-8.
