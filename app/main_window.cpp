@@ -18,13 +18,21 @@ namespace {
 constexpr char kIconFile[] = "/usr/share/pixmaps/agent_48.png";
 constexpr guint kRefreshInterval = 3000;  // milliseconds
 
-// Cancel, and the window's close control. Nothing is written.
+// Cancel, and the window's close control. Nothing is written, not even by an OK that is at work or
+// comes after: behind an open dialog the window outlives its end.
 gboolean OnCancel() {
+  EndSaving();
   agent_version.Reset();
   FreeSettings();
   SaveSettingsFile(0);  // discards the XML document; none is held, the registry is the store
   gtk_main_quit();
   return FALSE;
+}
+
+// However the window has come to its end.
+void OnDestroyed() {
+  EndSaving();
+  gtk_main_quit();
 }
 
 gboolean OnRefreshTimer(gpointer) {
@@ -39,7 +47,7 @@ GtkWidget *NewWindow() {
   gtk_window_set_resizable(GTK_WINDOW(window), FALSE);
   gtk_window_set_position(GTK_WINDOW(window), GTK_WIN_POS_CENTER);
   g_signal_connect_swapped(window, "delete_event", G_CALLBACK(OnCancel), nullptr);
-  g_signal_connect_swapped(window, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
+  g_signal_connect_swapped(window, "destroy", G_CALLBACK(OnDestroyed), nullptr);
   gtk_container_set_border_width(GTK_CONTAINER(window), 10);
   return window;
 }
@@ -55,7 +63,7 @@ void AddNotebook(GtkWidget *box, const char *name) {
   gtk_notebook_set_tab_pos(GTK_NOTEBOOK(notebook), GTK_POS_TOP);
   gtk_box_pack_start(GTK_BOX(box), notebook, TRUE, TRUE, 0);
 
-  BuildGeneralPage(agent_version.Get());
+  BuildGeneralPage(agent_version.OrEmpty());
   BuildGroupsPage();
   AppendPage(notebook, GeneralPageWidget(), ShownText("MainWindow", "Page_General", "General"));
   AppendPage(notebook, GroupsPageWidget(), ShownText("MainWindow", "Page_Groups", "Groups"));

@@ -4,7 +4,9 @@
 #include <gtk/gtk.h>
 
 #include "app/agent_version.h"
+#include "pages/busy.h"
 #include "pages/general/collect.h"
+#include "pages/general/general_page.h"
 #include "settings/agent_settings.h"
 #include "text/message_dialogs.h"
 #include "text/shown_text.h"
@@ -19,22 +21,41 @@ void ShowRestartHint() {
   ShowInfoMessage(warning.Get(), hint.Get());
 }
 
-// Assistive tools can press Cancel behind a message of the check: the settings are gone then, and
-// empty ones must not be written in their place.
-bool WasCancelled() {
-  return !agent_settings[CurrentGateway];
+bool saving_has_ended = false;
+bool is_at_work = false;
+
+// True when all was saved and told.
+bool SaveAll() {
+  const RefreshHold hold;  // what is collected here is what is saved
+  agent_version.Reset();   // the label has a copy of its own, should the window stay open
+  // Assistive tools can press Cancel behind a message of the check.
+  if (CollectGeneralSettings() != 0 || saving_has_ended) {
+    return false;
+  }
+  {
+    const Busy busy(GeneralPageWidget());
+    SaveSettings();
+  }
+  ShowRestartHint();  // also after a failed write: see SaveSettings
+  return true;
 }
 
 }  // namespace
 
+// Assistive tools can press the button again behind a message of its own.
 gboolean OnOkClicked() {
-  const RefreshHold hold;  // what is collected here is what is saved
-  agent_version.Reset();   // the label has a copy of its own, should the window stay open
-  if (CollectGeneralSettings() != 0 || WasCancelled()) {
+  if (saving_has_ended || is_at_work) {
     return FALSE;
   }
-  SaveSettings();
-  ShowRestartHint();  // also after a failed write: see SaveSettings
-  gtk_main_quit();
-  return TRUE;
+  is_at_work = true;
+  const bool is_saved = SaveAll();
+  is_at_work = false;
+  if (is_saved) {
+    gtk_main_quit();
+  }
+  return is_saved ? TRUE : FALSE;
+}
+
+void EndSaving() {
+  saving_has_ended = true;
 }

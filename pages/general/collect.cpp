@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "pages/busy.h"
 #include "pages/filled_entry.h"
 #include "pages/general/choice_list.h"
 #include "pages/general/gateway.h"
@@ -17,15 +18,21 @@ constexpr FieldMessage kCurrentGatewayFault = {"Msg_Current_Gateway_Err",
 constexpr FieldMessage kBackupGatewayFault = {"Msg_Backup_Gateway_Err",
                                               "Backup gateway is not correct.."};
 
-// The setting holds the entry's text in any case.
+// Looks a gateway up, which can take seconds.
+bool IsGateway(GtkEntry *entry, std::string gateway) {
+  const Busy busy(GTK_WIDGET(entry));
+  return CheckGateway(gateway);
+}
+
+// The setting holds the entry's text in any case. The window can be gone after the look-up.
 bool TakeGateway(GtkEntry *entry, Setting setting, const FieldMessage &fault) {
-  std::string gateway = TrimmedBlanks(EntryBytes(entry));
+  const std::string gateway = TrimmedBlanks(EntryBytes(entry));
   agent_settings[setting] = HeapText::Copy(gateway);
-  if (gateway.empty() || CheckGateway(gateway)) {  // which replaces its argument
-    return true;
+  const bool is_good = gateway.empty() || IsGateway(entry, gateway);
+  if (!is_good && general_page.box != nullptr) {
+    ShowFieldMessage(fault);
   }
-  ShowFieldMessage(fault);
-  return false;
+  return is_good && general_page.box != nullptr;
 }
 
 // Checks what can be typed.

@@ -6,6 +6,7 @@
 #include "pages/general/general_page_widgets.h"
 #include "pages/general/log_level.h"
 #include "pages/guarded_entry.h"
+#include "pages/shortened_label.h"
 #include "pages/widgets.h"
 #include "text/message_dialogs.h"
 #include "text/shown_text.h"
@@ -18,26 +19,20 @@ HeapText PageText(const char *key, const char *english) {
   return ShownText("Page_General", key, english);
 }
 
-GtkWidget *AddBox(GtkWidget *parent, GtkWidget *box) {
-  gtk_container_set_border_width(GTK_CONTAINER(box), 5);
-  gtk_box_pack_start(GTK_BOX(parent), box, TRUE, TRUE, 0);
-  gtk_widget_show(box);
-  return box;
-}
-
 void Align(GtkWidget *label, GtkJustification justification) {
   gtk_label_set_justify(GTK_LABEL(label), justification);
   gtk_misc_set_alignment(GTK_MISC(label), 0.0F, 0.0F);
 }
 
-void AddVersion(const char *agent_version) {
+// The label for the version, which is shown when the page is finished.
+GtkLabel *AddVersion() {
   GtkWidget *row =
       AddBox(AddBox(general_page.box, gtk_vbox_new(FALSE, 0)), gtk_hbox_new(FALSE, 10));
-  const HeapText text = agent_version == nullptr ? HeapText() : ShowableBytes(agent_version);
-  GtkWidget *version = gtk_label_new(text.Get());
+  GtkWidget *version = gtk_label_new(nullptr);
   Align(AddLabel(row, version, PageText("Label_AgentVer", "Agent Version :")), GTK_JUSTIFY_CENTER);
   Align(version, GTK_JUSTIFY_LEFT);
   AddField(row, version);
+  return GTK_LABEL(version);
 }
 
 GtkEntry *AddGateway(GtkWidget *column, Setting setting) {
@@ -59,12 +54,12 @@ struct DurationHandlers {
 void AddDuration(GtkWidget *column, DurationField &field, const DurationHandlers &handlers) {
   field.combo = gtk_combo_box_new_with_model_and_entry(GTK_TREE_MODEL(field.store));
   gtk_combo_box_set_entry_text_column(GTK_COMBO_BOX(field.combo), kShownColumn);
-  GtkEntry *entry = EntryOf(field.combo);
-  gtk_entry_set_max_length(entry, kEntryLimit);
+  field.entry = EntryOf(field.combo);
+  gtk_entry_set_max_length(field.entry, kEntryLimit);
   handlers.select(field.combo);
-  g_signal_connect_swapped(entry, "focus", G_CALLBACK(handlers.on_focus), nullptr);
-  g_signal_connect_swapped(entry, "key-press-event", G_CALLBACK(handlers.on_key), nullptr);
-  g_signal_connect_swapped(entry, "activate", G_CALLBACK(handlers.validate), nullptr);
+  g_signal_connect_swapped(field.entry, "focus", G_CALLBACK(handlers.on_focus), nullptr);
+  g_signal_connect_swapped(field.entry, "key-press-event", G_CALLBACK(handlers.on_key), nullptr);
+  g_signal_connect_swapped(field.entry, "activate", G_CALLBACK(handlers.validate), nullptr);
   IgnoreWheel(field.combo);
   AddField(column, field.combo);
 }
@@ -75,7 +70,6 @@ void AddLogLevel(GtkWidget *column) {
   GtkCellRenderer *cell = gtk_cell_renderer_text_new();
   gtk_cell_layout_pack_start(GTK_CELL_LAYOUT(combo), cell, TRUE);
   gtk_cell_layout_add_attribute(GTK_CELL_LAYOUT(combo), cell, "text", kShownColumn);
-  gtk_combo_box_set_active(GTK_COMBO_BOX(combo), 0);
   SelectLogLevel(combo);
   g_signal_connect_swapped(combo, "changed", G_CALLBACK(OnLogLevelChanged), nullptr);
   IgnoreWheel(combo);
@@ -108,22 +102,28 @@ void AddLabels(GtkWidget *column) {
 
 }  // namespace
 
-void BuildGeneralPage(const char *agent_version) {
+void BuildGeneralPage(std::string_view agent_version) {
   general_page.box = gtk_vbox_new(FALSE, 0);
   g_signal_connect(general_page.box, "destroy", G_CALLBACK(gtk_widget_destroyed),
                    &general_page.box);
-  AddVersion(agent_version);
+  GtkLabel *version = AddVersion();
   GtkWidget *row = AddFrame(general_page.box, PageText("Frame_Settings", "Settings"), 400, 250);
   GtkWidget *labels = AddColumn(row, 10);
   GtkWidget *fields = AddColumn(row, 5);
   AddFields(fields);  // first: each label is tied to its field
   AddLabels(labels);
+  ShowWithin(general_page.box, version, ShowableBytes(agent_version).OrEmpty(), "5.2.1\n");
   gtk_widget_show(general_page.box);
 }
 
 bool ShowFieldMessage(const FieldMessage &message) {
   ShowMessage(ShownText("Message", message.key, message.english).Get());
-  return general_page.box != nullptr;
+  if (general_page.box == nullptr) {
+    return false;
+  }
+  GtkNotebook *notebook = GTK_NOTEBOOK(gtk_widget_get_parent(general_page.box));
+  gtk_notebook_set_current_page(notebook, gtk_notebook_page_num(notebook, general_page.box));
+  return true;
 }
 
 GtkWidget *GeneralPageWidget() {

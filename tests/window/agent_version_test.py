@@ -1,6 +1,7 @@
 """What the window says of the agent's version, and what the commands see of LD_LIBRARY_PATH."""
 import pytest
 from harness.accessibility import Role
+from harness.xwindow import XWindow
 
 LIBRARY = "/etc/vexaagent/lib"
 
@@ -65,3 +66,55 @@ def test_a_path_that_was_set_is_extended_for_the_agent_alone(start, device, old)
     start(env={"LD_LIBRARY_PATH": old})
     assert [run.ld_library_path for run in device.agent_runs()] == [f"{old}:{LIBRARY}"]
     assert {call.ld_library_path for call in device.journal()} == {None}
+
+
+def says(device, output):
+    """Has the agent print these bytes."""
+    device.write("/etc/vexaagent/output", output)
+    device.write("/usr/sbin/vexaagent", "#!/bin/sh\ncat /etc/vexaagent/output\n", 0o755)
+
+
+@pytest.fixture
+def usual_size(start, device):
+    says(device, b"5.2.1\n")
+    app = start()
+    size = app.x_window().box[2:]
+    app.button("Cancel").click()
+    assert app.wait_exit() == 0
+    return size
+
+
+@pytest.mark.parametrize("output", [
+    b"", b"5.2.1", b"W" * 105 + b"\n", b"v" * 254 + b"\n", "\u4e2d\u6587".encode() * 40 + b"\n",
+    b"5.2.1\rBuild 77\r\n", b"5.2.1\tBuild\t77\t\t\t\t\t\t\t\t\t\t.\n",
+    "5.2.1\u2029Build\u2028 77\n".encode(), b"5\v2\f1\n", "5\u00852\n".encode(), b"\xff" * 100])
+def test_the_window_is_as_large_as_ever(start, device, usual_size, output):
+    says(device, output)
+    assert start().x_window().box[2:] == usual_size
+
+
+def tooltip(app):
+    """The box of the tooltip on the screen, None when there is none: the one window of the program
+    that the window manager has nothing to do with."""
+    client = app.x_window().client()
+    for window in app.desktop.display.screen().root.query_tree().children:
+        tip = XWindow(app.desktop, window.id)
+        if tip.client() == client and tip.mapped and window.get_attributes().override_redirect:
+            return tip.box
+    return None
+
+
+@pytest.mark.parametrize("whole, lines", [("x" * 254, 4), ("5.2.1\rBuild 77", 2),
+                                          ("5.2.1 and much more " * 6, 2)])
+def test_a_version_that_does_not_fit_can_be_read_in_a_tooltip(start, device, desktop, whole, lines):
+    says(device, whole.encode() + b"\n")
+    app = start()
+    shown = next(node for node in app.active.find(Role.LABEL) if node.label == "Agent Version :")
+    assert shown.name == whole + "\n", "for assistive tools"
+    x, y, _, height = shown.box
+    desktop.move_pointer(x + 10, y + height // 4)
+    tip_x, tip_y, tip_width, tip_height = app.wait_for(lambda: tooltip(app), "the tooltip")
+    assert tip_x >= 0 and tip_x + tip_width <= desktop.size[0]
+    assert tip_y >= 0 and tip_y + tip_height <= desktop.size[1]
+    line_height = height // 2  # the label has the agent's line end
+    assert tip_height >= lines * line_height

@@ -1,8 +1,8 @@
 """What OK takes from the General page, what it refuses, and the refresh beside it."""
 import pytest
 from device_calls import BRANCH, written
-from general import (BACKUP_FAULT, CURRENT_FAULT, DELAY_FORMAT, DELAY_RANGE, INTERVAL_FORMAT,
-                     INTERVAL_RANGE, expect_message, saved)
+from general import (BACKUP_FAULT, CURRENT_FAULT, DELAY_EMPTY, DELAY_FORMAT, DELAY_RANGE,
+                     INTERVAL_EMPTY, INTERVAL_FORMAT, INTERVAL_RANGE, expect_message, saved)
 
 from harness.waiting import wait_for
 
@@ -17,6 +17,18 @@ def device(device):
     device.write("/etc/hosts", "127.0.0.1 localhost\n10.0.0.7 gw.example gateway-7\n"
                                "255.255.255.255 everyone.example\n")
     return device
+
+
+DURATION_FAULTS = {
+    "Pull Interval": {"EMPTY": INTERVAL_EMPTY, "FORMAT": INTERVAL_FORMAT, "RANGE": INTERVAL_RANGE},
+    "Delay Scope": {"EMPTY": DELAY_EMPTY, "FORMAT": DELAY_FORMAT, "RANGE": DELAY_RANGE}}
+
+
+def expect_message_then_hint(app, text):
+    message = app.message()
+    assert (message.kind, message.text) == ("error", text)
+    message.close()
+    assert app.message().kind == "info"
 
 
 def expect_refusal(app, device, text):
@@ -60,10 +72,33 @@ def test_a_gateway_holds_fifty_characters(start, device):
     app.no_message()
 
 
-def test_a_stored_gateway_that_is_too_long_is_cut(start, device):
-    device.registry.set("CurrentGateway", "0" * 43 + "10.0.0.123")
+LONG = "a-host-name-of-more-than-fifty-bytes.somewhere.example"
+
+
+@pytest.mark.parametrize("label", GATEWAYS)
+def test_a_stored_gateway_that_is_too_long_is_shown_cut_and_saved_whole(start, device, label):
+    name = GATEWAYS[label][0]
+    device.write("/etc/hosts", f"10.0.0.7 {LONG}\n")
+    device.registry.set(name, LONG)
     app = start()
-    assert app.entry("Current Gateway").text == "0" * 43 + "10.0.0."
+    entry = app.entry(label)
+    assert entry.text == LONG[:50]
+    app.entry("Pull Interval").fill("45")
+    assert saved(app, device, name, "Interval_min") == [LONG, "45"]
+
+
+@pytest.mark.parametrize("label", GATEWAYS)
+def test_of_a_long_gateway_that_was_touched_what_shows_counts(start, device, label):
+    name, fault = GATEWAYS[label]
+    device.write("/etc/hosts", f"10.0.0.7 {LONG}\n10.0.0.8 {LONG[:49]}\n")
+    device.registry.set(name, LONG)
+    app = start()
+    entry = app.entry(label)
+    entry.take_focus()
+    app.key("End")
+    app.key("BackSpace")
+    assert entry.text == LONG[:49]
+    assert saved(app, device, name) == [LONG[:49]]
 
 
 def test_a_gateway_that_is_no_utf8_is_saved_as_it_was(start, device):
@@ -72,6 +107,46 @@ def test_a_gateway_that_is_no_utf8_is_saved_as_it_was(start, device):
     app = start()
     assert app.entry("Current Gateway").text == " caf\ufffd"
     assert saved(app, device, "CurrentGateway") == ["caf\udce9"]
+
+
+# --- where a fault is shown ---
+
+@pytest.mark.parametrize("label", GATEWAYS)
+def test_the_page_of_a_wrong_gateway_is_turned_to(start, device, label):
+    app = start()
+    entry = app.entry(label)
+    entry.fill("no-such-host")
+    app.page("Groups")
+    assert not entry.showing
+    expect_refusal(app, device, GATEWAYS[label][1])
+    assert entry.showing
+    assert app.focused() == ("button", "OK"), "where the click has left it"
+
+
+@pytest.mark.parametrize("typed, fault", [("x", "FORMAT"), ("99999", "RANGE")])
+@pytest.mark.parametrize("label, faults", DURATION_FAULTS.items())
+def test_the_page_of_a_wrong_duration_is_turned_to(start, device, label, faults, typed, fault):
+    app = start()
+    entry = app.entry(label)
+    entry.fill(typed)
+    app.page("Groups")
+    assert not entry.showing
+    expect_refusal(app, device, faults[fault])
+    assert entry.showing
+    assert app.focused() == ("entry", label)
+    app.key("Down")
+    assert entry.text != typed, "the key reached what is on the screen"
+
+
+@pytest.mark.parametrize("label, faults", DURATION_FAULTS.items())
+def test_the_page_of_an_empty_duration_is_turned_to(start, label, faults):
+    app = start()
+    entry = app.entry(label)
+    entry.fill("")
+    app.page("Groups")
+    app.button("OK").click()
+    expect_message_then_hint(app, faults["EMPTY"])
+    assert entry.showing and entry.text != ""
 
 
 # --- durations ---

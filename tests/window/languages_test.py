@@ -5,6 +5,7 @@ import pytest
 
 from harness.accessibility import Role, State
 from languages import language_of, start_in
+from tests.translations.written_texts import read_texts
 
 # In these everything is read ...
 READ_IN = {"German in UTF-8": "de_DE.UTF-8", "German in ISO-8859-1": "de_DE.ISO-8859-1",
@@ -204,3 +205,23 @@ def test_the_duplicates_message_is_the_same_in_every_language(start, device):
     dialog.value.fill("x")
     dialog.ok.click()
     assert reader.app.message().text == DUPLICATE
+
+
+@pytest.mark.parametrize("locale", ["ja_JP.UTF-8", "de_DE.UTF-8", "zh_CN", "fr_FR.ISO-8859-1"])
+def test_a_locale_that_is_not_installed_is_readable(start, device, locale):
+    """Its table is found, but what is not ASCII in it belongs to no charset then: the English text
+    stands in for each text that cannot be shown. The toolkit warns of the locale."""
+    device.install_languages()
+    app = start(locale=locale, env={"LOCPATH": "/nowhere"}, fatal_warnings=False, wait=False)
+    written, english = read_texts(language_of(locale)), read_texts("en_US")
+    shown = {key: written[key] if written[key].isascii() else english[key] for key in english}
+    app.wait_started(shown["Title"])
+    read = app.texts()
+    assert [key for key in WINDOW + GENERAL if shown[key] not in read] == []
+    app.page(shown["Page_Groups"])
+    read = app.texts()
+    assert [key for key in GROUPS if shown[key] not in read] == []
+    app.button(shown["Button_Edit"]).click()
+    message = app.message()
+    assert message.text == shown["Msg_PageGroups_Edit_Err"]
+    message.close()

@@ -1,4 +1,5 @@
 """What OK does, read from the journal of the registry's client."""
+import pytest
 from device_calls import BRANCH, SETTINGS, gets, writes, written
 from gi.repository import Atspi
 from harness.accessibility import Role
@@ -204,6 +205,65 @@ def test_cancel_behind_a_message_writes_nothing(start, device):
     cancel = next(button for button in app.window(TITLE).find(Role.PUSH_BUTTON)
                   if button.name == "Cancel")
     Atspi.Action.do_action(cancel.accessible, 0)
+    message.close()
+    assert app.wait_exit() == 0
+    assert written(device) == []
+
+
+def press(window, name):
+    """Presses a button as only an assistive tool can, behind whatever is open."""
+    button = next(node for node in window.find(Role.PUSH_BUTTON) if node.name == name)
+    Atspi.Action.do_action(button.accessible, 0)
+
+
+@pytest.mark.parametrize("label, typed", [("Current Gateway", "no host"), ("Pull Interval", "x"),
+                                          ("Delay Scope", "x")])
+def test_ok_does_nothing_while_it_is_at_work(start, device, label, typed):
+    app = start()
+    app.entry(label).fill(typed)
+    app.button("OK").click()
+    message = app.message()
+    press(app.window(TITLE), "OK")
+    app.settled()
+    assert [window.role for window in app.windows()].count(Role.ALERT) == 1
+    message.close()
+    assert app.running and written(device) == []
+
+
+def test_after_cancel_behind_a_message_ok_writes_nothing(start, device):
+    app = start()
+    app.page("Groups")
+    app.button("Delete").click()
+    message = app.message()
+    press(app.window(TITLE), "Cancel")
+    press(app.window(TITLE), "OK")
+    app.settled()
+    message.close()
+    assert app.wait_exit() == 0
+    assert written(device) == []
+
+
+def test_after_cancel_behind_the_dialog_nothing_is_written(start, device):
+    app = start()
+    app.page("Groups")
+    app.button("Add...").click()
+    dialog = app.dialog("Add New Group")
+    dialog.entry("Group Name").fill("new")
+    dialog.entry("Value").fill("x")
+    press(app.window(TITLE), "Cancel")
+    press(app.window(TITLE), "OK")
+    app.settled()
+    press(dialog, "OK")
+    assert app.wait_exit() == 0
+    assert written(device) == []
+
+
+def test_a_window_that_is_destroyed_under_a_message_of_ok_writes_nothing(start, device):
+    device.registry.set("DelayScope_min", "")
+    app = start(fatal_warnings=False)
+    app.button("OK").click()
+    message = app.message()
+    app.destroy_window()
     message.close()
     assert app.wait_exit() == 0
     assert written(device) == []
