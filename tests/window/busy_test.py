@@ -160,6 +160,7 @@ def test_the_window_can_be_closed_during_a_look_up(start, device, desktop, held_
     app.button("OK").click(settle=False)
     held_lookup.wait()
     desktop.close_window(window)
+    desktop.settle_manager()  # it has told the program
     held_lookup.release()
     assert app.wait_exit() == 0
     assert written(device) == []
