@@ -1,4 +1,5 @@
-# korv_unit_test(SUBJECT_test SOURCES... LIBS...): a GoogleTest program, one CTest test.
+# korv_unit_test(SUBJECT_test SOURCES... LIBS... [RUN_BY...]): a GoogleTest program, one CTest test;
+# RUN_BY is a command that runs it.
 # korv_pytest(GROUP FILE [ENVIRONMENT...] [PROPERTIES...]): a pytest file, one CTest test; none in a
 # build without the device, which does with the compiler alone.
 #
@@ -20,14 +21,27 @@ function(korv_test_name test group file)
   set(${test} ${KORV_BUILD_NAME}/${group}/${subject} PARENT_SCOPE)
 endfunction()
 
+# The tests' own code is compiled for a quick build; what they test is compiled as it ships. The last
+# two are what Qt and GTK ask for: a precompiled header fits only where all of them are the same.
+add_library(test_flags INTERFACE)
+target_compile_options(test_flags INTERFACE -O0 -g1 -U_FORTIFY_SOURCE -fPIC -pthread)
+target_include_directories(test_flags INTERFACE ${PROJECT_SOURCE_DIR})
+target_link_libraries(test_flags INTERFACE GTest::gmock GTest::gtest_main)
+
+add_library(precompiled OBJECT EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/support/precompiled.cpp)
+target_link_libraries(precompiled PRIVATE test_flags)
+target_precompile_headers(precompiled PRIVATE <gmock/gmock.h>)
+
 function(korv_unit_test name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBS;RUN_BY" ${ARGN})
   korv_test_name(test unit ${name})
   add_executable(${name} ${arg_SOURCES}
     $<$<BOOL:${KORV_COVERAGE}>:${PROJECT_SOURCE_DIR}/tests/coverage/write_counters_of_children.cpp>)
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
-  target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gmock GTest::gtest_main)
-  add_test(NAME ${test} COMMAND ${name} --gtest_brief=1)
+  target_link_libraries(${name} PRIVATE test_flags ${arg_LIBS})
+  if(NOT KORV_COVERAGE)  # which compiles some sources with flags of their own
+    target_precompile_headers(${name} REUSE_FROM precompiled)
+  endif()
+  add_test(NAME ${test} COMMAND ${arg_RUN_BY} $<TARGET_FILE:${name}> --gtest_brief=1)
   set_tests_properties(${test} PROPERTIES TIMEOUT 120 ENVIRONMENT "${KORV_TEST_ENVIRONMENT}")
 endfunction()
 

@@ -1,6 +1,5 @@
 #include "tests/support/temp_dir.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cstdlib>
@@ -9,7 +8,7 @@
 #include <iterator>
 
 TempDir::TempDir() {
-  std::string pattern = testing::TempDir() + "korv-XXXXXX";
+  std::string pattern = std::filesystem::temp_directory_path() / "korv-XXXXXX";
   if (mkdtemp(pattern.data()) == nullptr) {
     std::abort();
   }
