@@ -8,10 +8,10 @@
 
 namespace {
 
-bool StartShell(std::string command, int output) {
+bool StartShell(const std::string &command, int output) {
   char shell[] = "sh";
   char option[] = "-c";
-  char *const arguments[] = {shell, option, command.data(), nullptr};
+  char *const arguments[] = {shell, option, const_cast<char *>(command.c_str()), nullptr};
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   const bool started = posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO) == 0 &&
