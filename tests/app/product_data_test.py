@@ -108,7 +108,7 @@ def test_the_build_takes_the_file_that_it_is_told_by_whatever_path(tmp_path):
     """And takes it anew when it has changed."""
     data = tmp_path / "own data.h"
     data.write_text(data_with(families="ABCA"))
-    subprocess.run(["cmake", "-S", SOURCE_DIR, "-B", "tree", "-G", "Ninja", "-DBUILD_TESTING=OFF",
+    subprocess.run(["cmake", "-S", SOURCE_DIR, "-B", "tree", "-G", "Ninja",
                     f"-DCMAKE_CXX_COMPILER={CXX}", "-DPRODUCT_DATA=own data.h"],
                    cwd=tmp_path, stdout=subprocess.DEVNULL, timeout=60, check=True)
 

@@ -1,5 +1,6 @@
 """One instance at a time: the second start hands over to the first and ends."""
 import os
+import signal
 import subprocess
 
 import pytest
@@ -174,6 +175,31 @@ def test_started_without_standard_files_it_prints_into_nothing_else(start, devic
     assert pid_file(device) == b"%d\n" % first.program_pid
     first.kill()
     first.wait()
+
+
+def test_prints_into_a_pipe_that_nobody_reads(device, desktop, cover):
+    """Each line is lost, and nothing else: both starts do what they do, and end as they do."""
+    device.remove("/usr/sbin/vexaagent")  # the device's own is a script that runs cat, too
+    for command in "locale", "cat":
+        device.write(device.bin / command, "#!/bin/sh\ngrep ^SigIgn /proc/self/status >>/run/signals\n"
+                     f'exec /usr/bin/{command} "$@"\n', 0o755)
+    reader, writer = os.pipe()
+    os.close(reader)
+    first = device.start([device.program], desktop.environment, stdout=writer)
+    wait_for(lambda: desktop.windows(pid=first.program_pid), "its window")
+    window, = desktop.windows(pid=first.program_pid)
+    cover()
+    second = device.start([device.program], desktop.environment, stdout=writer)
+    os.close(writer)
+    second.wait(LIMIT)
+    assert second.program_status == 0
+    wait_in_front(window, desktop)
+    desktop.close_window(window)
+    first.wait(LIMIT)
+    assert first.program_status == 0
+    ignored = [int(mask, 16) for mask in device.host_path("/run/signals").read_text().split()[1::2]]
+    assert len(ignored) == 2 and not any(mask & 1 << signal.SIGPIPE - 1 for mask in ignored), \
+        "the commands before the toolkit, which ignores it for all later ones, inherit nothing"
 
 
 @pytest.mark.parametrize("manager", [None])
