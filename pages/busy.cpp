@@ -1,4 +1,4 @@
-// What a person sees and can do while the program works.
+// What a person sees and can do while the program is busy.
 #include "pages/busy.h"
 
 #include <gdk/gdkx.h>
@@ -7,8 +7,9 @@ namespace {
 
 constexpr gint64 kLongestDrop = G_USEC_PER_SEC;
 
-// Invisible, over all of the window. The toolkit would keep it to itself, and its pointer for when
-// the main loop runs again: so it is made a window of the server and has its pointer from there.
+// Invisible, over the whole window. The X server would not know it otherwise, and the toolkit would
+// show its pointer only once the main loop runs again: so it is made a window of the server and
+// gets its pointer there.
 GdkWindow *NewCover(GdkWindow *window) {
   GdkWindowAttr attributes = {};
   attributes.window_type = GDK_WINDOW_CHILD;
@@ -44,7 +45,8 @@ void HandleAnyEvent(GdkEvent *event, gpointer) {
   gtk_main_do_event(event);
 }
 
-// Not forever: what the main loop finds to do, a slow refresh say, may never end.
+// With a time limit: what the main loop finds to do, with a slow refresh for example, may never
+// end.
 void DropInput() {
   const gint64 end = g_get_monotonic_time() + kLongestDrop;
   gdk_event_handler_set(HandleUnlessInput, nullptr, nullptr);
@@ -64,6 +66,6 @@ Busy::Busy(GtkWidget *inside)
 Busy::~Busy() {
   GdkDisplay *display = gdk_window_get_display(cover_);
   gdk_window_destroy(cover_);
-  gdk_display_sync(display);  // all that was typed until now has arrived
+  gdk_display_sync(display);  // everything typed until now has arrived
   DropInput();
 }

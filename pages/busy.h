@@ -1,15 +1,15 @@
-// What a person sees and can do while the program works and its main loop stands.
+// What a person sees and can do while the program is busy and its main loop does not run.
 #pragma once
 
 #include <gtk/gtk.h>
 
-// While one of these lives, the pointer over the window is the watch. At its end all that was typed
-// and clicked meanwhile is dropped, so that it reaches neither the window nor a message that comes
-// next. Everything else that has come meanwhile is dealt with then, for up to a second: the window
-// can be closed, and what assistive tools have pressed is pressed.
+// While one of these lives, the pointer over the window is the watch. At its end everything that
+// was typed and clicked in the meantime is dropped, so that it reaches neither the window nor the
+// next message. All other events of that time are then handled, for up to a second: the window can
+// be closed, and a button that an assistive tool has pressed is pressed.
 //
-// A window of the X server does it, because the toolkit shows another pointer only once its main
-// loop runs again.
+// The pointer is that of a window made on the X server, because the toolkit would show another
+// pointer only once its main loop runs again.
 class Busy {
  public:
   // The window is the one that `inside` is in.

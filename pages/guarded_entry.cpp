@@ -14,7 +14,7 @@ namespace {
 struct Turn {
   HeapText deleted;                            // not yet replaced by an insertion
   gint deleted_at = 0, caret = 0, anchor = 0;  // characters, before the deletion
-  gint active = -1;                            // the combo box's row, likewise
+  gint active = -1;                            // the combo box's row, likewise before the deletion
   bool refused = false;
   void (*when_settled)() = nullptr;
 };
@@ -101,8 +101,8 @@ gboolean OnEndOfTurn(gpointer entry) {
   return FALSE;
 }
 
-// Before the main loop looks for further events: no key press to come sees the entry without its
-// selection.
+// Before the main loop looks for further events, so that no later key press finds the entry without
+// its selection.
 void SettleAtEndOfTurn(gpointer entry, Guard &guard) {
   if (guard.end_of_turn == 0) {
     guard.end_of_turn = g_idle_add_full(G_PRIORITY_HIGH, OnEndOfTurn, entry, nullptr);
@@ -112,10 +112,10 @@ void SettleAtEndOfTurn(gpointer entry, Guard &guard) {
 void OnDeleteText(GtkEditable *entry, gint start, gint end, gpointer) {
   Guard &guard = *GuardOf(entry);
   if (guard.lets_pass || gtk_entry_get_text_length(GTK_ENTRY(entry)) == 0) {
-    return;  // setting a text empties the entry first, even an empty one
+    return;  // setting a text first empties the entry, even one that is empty
   }
   Turn &turn = guard.turn;
-  turn.refused = false;  // what was refused before did not need this room
+  turn.refused = false;  // an earlier refusal has nothing to do with this deletion
   turn.deleted = HeapText::Adopt(gtk_editable_get_chars(entry, start, end));
   turn.deleted_at = start;
   turn.caret = gtk_editable_get_position(entry);
@@ -141,14 +141,14 @@ void OnInsertText(GtkEditable *entry, const gchar *text, gint length, const gint
   g_signal_stop_emission_by_name(entry, "insert-text");
   gtk_widget_error_bell(GTK_WIDGET(entry));
   if (*position != guard.turn.deleted_at) {
-    guard.turn.deleted.Reset();  // deleted by itself, not to make room
+    guard.turn.deleted.Reset();  // deleted on its own, not to make room
   }
   guard.turn.refused = true;
   SettleAtEndOfTurn(entry, guard);
 }
 
-// Where the text comes from must learn that the drop has failed: it would delete what it takes to
-// have been moved.
+// The place that the text was dragged from must learn that the drop has failed: otherwise it
+// deletes the text there, since it counts as moved.
 void OnDragDataReceived(GtkWidget *entry, GdkDragContext *context, gint, gint,
                         GtkSelectionData *data, guint, guint time, gpointer) {
   const HeapText text =

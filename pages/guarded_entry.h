@@ -12,14 +12,14 @@
 // error bell, when it holds a single quote, a line feed or a carriage return. A refusal changes
 // nothing: a selection that the text would have replaced stays, and so does a text that a drop
 // would have moved. The program sets a text with SetTextUnguarded or, in the entry of a combo box,
-// by making a row active, whose own text may take its own place.
+// by making a row active: the text of that row is not refused.
 void GuardEntry(GtkEntry *entry);
 
-// Sets the text (UTF-8) past the guard.
+// Sets the text (UTF-8) of a guarded entry, whatever it holds.
 void SetTextUnguarded(GtkEntry *entry, const char *text);
 
-// For what follows from a change of a guarded entry. Calls the handler at once, or, when something
-// has just been deleted or refused there, at the end of this turn of the main loop: a refused
-// insertion in its place takes the deletion back, and then the handler is not called at all. Not
-// called either when the entry is destroyed before.
+// For what follows from a change of a guarded entry. Calls the handler at once or, when something
+// has just been deleted or refused there, at the end of this turn of the main loop. If text that
+// was to replace what was deleted is refused, the deletion is taken back and the handler is not
+// called at all. Nor is it called when the entry is destroyed first.
 void WhenSettled(GtkEntry *entry, void (*handler)());

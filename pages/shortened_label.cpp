@@ -15,7 +15,7 @@ bool EndsLine(gunichar character) {
     case G_UNICODE_BREAK_NEXT_LINE:
       return true;
     default:
-      return character == '\t';  // reaches beyond any room
+      return character == '\t';  // is wider than any room
   }
 }
 
@@ -33,7 +33,7 @@ gboolean OnQueryTooltip(GtkWidget *, gint, gint, gboolean, GtkTooltip *tooltip, 
 }
 
 // The toolkit's own tooltip breaks lines at blanks only, and the text need not have any; one
-// without blanks is broken anywhere, without hyphens that would look like its own.
+// without blanks is broken anywhere, without hyphens, which would look like part of it.
 void SetTooltip(GtkWidget *label, const char *whole) {
   GtkWidget *text = gtk_label_new(whole);
   gtk_label_set_line_wrap(GTK_LABEL(text), TRUE);

@@ -10,7 +10,7 @@
 
 namespace {
 
-// What is turned over the entry or the arrow inside arrives here too.
+// Also called for the entry and the arrow inside the combo box.
 gboolean OnScroll() {
   return TRUE;
 }

@@ -28,20 +28,21 @@ GtkEntry *EntryOf(GtkWidget *combo);
 // box with an entry that is the entry inside it.
 GtkWidget *AddLabel(GtkWidget *column, GtkWidget *field, const HeapText &text);
 
-// The button box gets the room, the layout and the smallest button size that all of them have.
+// Packs `button_box` into `box`, with the spacings and the smallest button size that all button
+// boxes have.
 void AddButtonBox(GtkWidget *box, GtkWidget *button_box, GtkButtonBoxStyle layout);
 
 // The handler is connected swapped and takes no arguments.
 GtkWidget *AddButton(GtkWidget *button_box, const HeapText &label, GCallback on_clicked);
 
-// The mouse wheel over the closed combo box changes nothing; a wheel that scrolls past it would
-// otherwise change a setting unseen.
+// Makes the mouse wheel over the closed combo box change nothing; otherwise scrolling past it would
+// change a setting unnoticed.
 void IgnoreWheel(GtkWidget *combo);
 
-// Whether a full field answers the key with a message: it does for every key but those that shorten
-// its text, Tab, Enter and the arrows included.
+// Whether a full field answers the key with a message: it does so for every key except those that
+// shorten its text, so for Tab, Enter and the arrows too.
 bool IsRefusedWhenFull(const GdkEventKey *event);
 
-// Moves the keyboard focus to the field unless it is there: focused anew, all of its text would be
-// selected, and the next key would replace it.
+// Moves the keyboard focus to the field unless the field has it: focusing it anew would select all
+// of its text, and the next key would replace that.
 void FocusUnselected(GtkWidget *field);

@@ -32,6 +32,6 @@ inline constexpr Choices kDelayScopes = {
     {60, "DelayScope_Store_Item5", "1 hour"},
 };
 
-// The number that a setting's text begins with (see LeadingNumber). `when_absent` for an absent
-// text, a null; nothing for an empty one, which selects no row.
+// The number that a setting's text begins with (see LeadingNumber). For an absent text (null) it is
+// `when_absent`; for an empty one there is none, and no row is selected.
 std::optional<int> StoredNumber(const char *setting, int when_absent);

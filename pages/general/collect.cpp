@@ -35,7 +35,7 @@ bool TakeGateway(GtkEntry *entry, Setting setting, const FieldMessage &fault) {
   return is_good && general_page.box != nullptr;
 }
 
-// Checks what can be typed.
+// Checks the fields that can be typed into, which may show a message.
 bool IsValid(ComboKind kind) {
   switch (kind) {
     case kPullInterval:

@@ -12,8 +12,8 @@ enum ComboKind { kPullInterval = 0, kLogLevel = 1, kDelayScope = 2 };
 // in decimal. Null when the text is not valid. `store` is the one under the combo box.
 HeapText ReadComboValue(GtkWidget *combo, GtkListStore *store, ComboKind kind);
 
-// Makes settings 1 to 5 what the page shows. Returns 0, or 1 when a value was refused: the user has
-// been told, the settings after it are as they were, and it is itself the wrong text when it is a
-// gateway, absent when it is a duration. 1 too when the page was destroyed while a message was
-// open.
+// Sets settings 1 to 5 to what the page shows. Returns 0, or 1 when a value was refused: the user
+// has been told, and the settings after it are as they were. A refused gateway is stored as it was
+// typed; for a refused duration the setting is absent. Also returns 1 when the page was destroyed
+// in the meantime.
 int CollectGeneralSettings();

@@ -72,8 +72,8 @@ void Validate(DurationField &field) {
   field.validated = Check(field);
 }
 
-// The signal comes also when the keyboard is about to enter the entry: there is nothing to check
-// then.
+// The signal is also emitted when the keyboard is about to enter the entry. Then there is nothing
+// to check.
 gboolean CheckOnLeaving(DurationField &field) {
   if (!HasFocus(field)) {
     return FALSE;

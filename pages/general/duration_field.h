@@ -1,7 +1,8 @@
 // The two durations that the user picks from a list or types: Pull Interval and Delay Scope. What
 // is typed is checked on Enter, when the keyboard would leave the entry, and on OK.
 //
-// Both are one kind of field, described by data; the functions named after a field are its own.
+// Both are the same kind of field, described by data. A function that is named after one of them
+// acts on that one.
 #pragma once
 
 #include <gtk/gtk.h>
@@ -15,7 +16,7 @@ struct FieldMessage {
   const char *key, *english;
 };
 
-// What makes a field the one that it is. Numbers are minutes.
+// How one duration differs from the other. Numbers are minutes.
 struct DurationKind {
   Setting setting;
   Choices rows;
@@ -38,7 +39,7 @@ struct DurationField {
   bool validated = false;  // the last check ended with a valid number
 };
 
-// Make the store on first use, empty it later, and append the fixed rows.
+// Make the store, or empty it if it is there, and append the fixed rows.
 void BuildPullIntervalStore();
 void BuildDelayScopeStore();
 
@@ -55,7 +56,7 @@ void ReselectDelayScope(int minutes);
 // selects its row, and a number that no row had also moves the focus on: from the interval to the
 // Log Level, from the delay to OK. An empty text is replaced by the recommended number, after a
 // message, and is valid. Anything else brings a message and takes the focus to the entry; its text
-// and the setting stay as they are. Nothing is valid when the window was destroyed meanwhile.
+// and the setting stay as they are. Nothing is valid when the window was destroyed in the meantime.
 void ValidatePullInterval();
 void ValidateDelayScope();
 
@@ -65,6 +66,6 @@ gboolean OnPullIntervalFocus();
 gboolean OnDelayScopeFocus();
 
 // "key-press-event" handlers: a message for every key but Delete and BackSpace while the entry is
-// full. Always false: the key then does what it does.
+// full. Always false, so that the key has its usual effect.
 gboolean OnPullIntervalKey(gpointer, const GdkEventKey *event);
 gboolean OnDelayScopeKey(gpointer, const GdkEventKey *event);

@@ -4,7 +4,7 @@
 #include <string>
 
 // True when `gateway` names a usable IPv4 address: a host name or number that the system's lookup
-// resolves, or else an address in full dotted form; never 255.255.255.255. What resolves is
+// resolves, or otherwise an address in full dotted form; never 255.255.255.255. What resolves is
 // replaced by its first address in dotted form, so callers pass a copy. Blocks while the lookup
 // runs. Main thread only.
 bool CheckGateway(std::string &gateway);

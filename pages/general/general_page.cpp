@@ -42,7 +42,7 @@ GtkEntry *AddGateway(GtkWidget *column, Setting setting) {
   return entry;
 }
 
-// The functions by which a duration's signals know it.
+// The functions that select a duration's row and handle its signals.
 struct DurationHandlers {
   void (*select)(GtkWidget *combo);
   gboolean (*on_focus)();
@@ -110,7 +110,7 @@ void BuildGeneralPage(std::string_view agent_version) {
   GtkWidget *row = AddFrame(general_page.box, PageText("Frame_Settings", "Settings"), 400, 250);
   GtkWidget *labels = AddColumn(row, 10);
   GtkWidget *fields = AddColumn(row, 5);
-  AddFields(fields);  // first: each label is tied to its field
+  AddFields(fields);  // before the labels: each is tied to its field
   AddLabels(labels);
   ShowWithin(general_page.box, version, ShowableBytes(agent_version).OrEmpty(), "5.2.1\n");
   gtk_widget_show(general_page.box);

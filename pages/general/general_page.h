@@ -5,10 +5,10 @@
 
 #include <string_view>
 
-// Builds the page, once, after the settings and the string table were loaded. The version
-// (bytes; empty: none is known) is shown with its line end, and with a replacement for what is not
+// Builds the page, once, after the settings and the string table were loaded. The version (bytes;
+// empty when none is known) is shown with its line end, and with a replacement for what is not
 // UTF-8; a long one is shortened.
 void BuildGeneralPage(std::string_view agent_version);
 
-// The built page, for whoever puts it into the notebook and thereby owns it.
+// The built page. The notebook that it is put into owns it.
 GtkWidget *GeneralPageWidget();

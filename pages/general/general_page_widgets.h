@@ -6,8 +6,8 @@
 #include "pages/general/duration_field.h"
 
 // In the order of the screen; the widgets are borrowed from their parents, the stores are the
-// page's own for the life of the program. All null before the page is built, and `box` again once
-// it was destroyed, and all other widgets with it.
+// page's own for the life of the program. All are null before the page is built. When it is
+// destroyed `box` becomes null again, and the other widgets must not be used any more.
 struct GeneralPage {
   GtkWidget *box = nullptr;
   GtkEntry *current_gateway = nullptr;
@@ -20,6 +20,6 @@ struct GeneralPage {
 extern GeneralPage general_page;
 
 // Shows a message about a field and then turns to the page: OK checks its fields while the other
-// page may be showing, and the fault is to be on the screen. False when the page is gone
-// afterwards, since its window can be destroyed from outside while the message is open.
+// page may be showing, and the fault must be on the screen. False when the page is gone afterwards,
+// since its window can be destroyed from outside while the message is open.
 bool ShowFieldMessage(const FieldMessage &message);

@@ -14,7 +14,7 @@ bool IsDigit(char byte) {
   return byte >= '0' && byte <= '9';
 }
 
-// Of a text without blanks at its ends.
+// For a text without blanks at its ends.
 bool BeginsLikeNumber(const std::string &typed) {
   return !typed.empty() && (typed[0] == '+' || IsDigit(typed[0]));
 }
@@ -23,7 +23,7 @@ std::string WithoutPlus(const std::string &typed) {
   return typed.substr(typed[0] == '+' ? 1 : 0);
 }
 
-// Not strtol's own choice: newer C libraries also know "0b" for binary there, and "0b11" is 0.
+// Not left to strtol: newer C libraries also take "0b" for binary, but "0b11" is to mean 0.
 int BaseOf(const char *number) {
   number += std::strspn(number, " \t\n\v\f\r");
   number += *number == '+' || *number == '-' ? 1 : 0;
@@ -59,7 +59,7 @@ TypedDuration ReadNumber(const std::string &typed, const std::string &text, int 
 }  // namespace
 
 // A row of more than 50 characters, or with blanks at its ends, is a translator's slip; it is found
-// all the same.
+// nevertheless.
 bool NamesRow(std::string_view typed, std::string_view row_text, int row_number) {
   return typed == TrimmedBlanks(FirstCharacters(row_text, kEntryLimit)) ||
          typed == std::to_string(row_number);

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// Characters that an entry of the General page holds at most.
+// How many characters an entry of the General page holds.
 inline constexpr int kEntryLimit = 50;
 
 // Whether `typed`, UTF-8 without blanks at its ends, names a row: by the row's text, as an entry
@@ -14,7 +14,7 @@ bool NamesRow(std::string_view typed, std::string_view row_text, int row_number)
 enum class DurationFault {
   kNone,
   kFormat,  // does not begin with a number
-  kRange,   // above the limit, or no 32-bit integer
+  kRange,   // above the limit, or not a 32-bit integer
 };
 
 struct TypedDuration {
@@ -25,9 +25,9 @@ struct TypedDuration {
 inline constexpr int kMaxInterval = 10080;  // minutes
 inline constexpr int kMaxDelay = 60;        // minutes
 
-// Both take the entry's text as it stands, blanks included, for a text that names no row. After an
-// optional plus sign comes a number that is hexadecimal after "0x", octal after another "0", and
-// decimal otherwise. One decimal rounds it up from .5; whatever else follows is ignored.
+// Both take the entry's whole text, blanks included, when it names no row. After an optional plus
+// sign comes a number that is hexadecimal after "0x", octal after another "0", and decimal
+// otherwise. One decimal rounds it up from .5; whatever else follows is ignored.
 //
 // They differ in what they read as the number. An interval is read from the very start of the
 // entry's text, sign and blanks included, and only as far as the text without these is long: "+30"

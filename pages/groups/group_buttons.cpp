@@ -12,7 +12,7 @@
 
 namespace {
 
-// A radio button is clicked also when it is the other one that becomes active.
+// A radio button is also "clicked" when the other one becomes active.
 void ChooseSource(GtkWidget *clicked, bool list_can_be_changed, const char *setting) {
   if (gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(clicked)) == TRUE) {
     gtk_widget_set_sensitive(groups_page.frame, list_can_be_changed ? TRUE : FALSE);
@@ -20,14 +20,14 @@ void ChooseSource(GtkWidget *clicked, bool list_can_be_changed, const char *sett
   }
 }
 
-// Not after the window was destroyed while a dialog was open.
+// Does nothing if the window was destroyed while a dialog was open.
 void SetListModel(GtkTreeModel *model) {
   if (groups_page.box != nullptr) {
     gtk_tree_view_set_model(GTK_TREE_VIEW(groups_page.list_view), model);
   }
 }
 
-// Shows what a change has made of the list, and makes the setting follow.
+// Shows the list after a change, and makes the setting anew.
 void TakeList() {
   SetListModel(nullptr);
   SetListModel(GroupList());

@@ -2,13 +2,13 @@
 // change the list. All are "clicked" handlers.
 #pragma once
 
-// Make the setting GetGroupsFromDHCP what is chosen; the list can be changed only while the groups
-// are static.
+// Set GetGroupsFromDHCP to what is chosen; the list can be changed only while the groups are
+// static.
 void OnDhcpClicked();
 void OnStaticClicked();
 
-// Change the list, by the group dialog or by what is selected, and make the setting PreAssignGroups
-// anew. Edit and Delete tell the user when nothing is selected, and change nothing then.
+// Change the list, and make the setting PreAssignGroups anew. Edit and Delete are about the
+// selected row; when there is none, they tell the user and change nothing.
 void OnAddClicked();
 void OnEditClicked();
 void OnDeleteClicked();

@@ -25,12 +25,12 @@ namespace {
 constexpr int kNameLimit = static_cast<int>(kMaxNameBytes);
 constexpr int kValueLimit = 255;
 
-// False until the user has pressed a key in the value field; meanwhile a change of the name empties
-// that field, as long as the name is not that of a listed group. Editing starts with true.
+// Whether the user has pressed a key in the value field. Until then a change of the name empties
+// that field, unless the name is that of a listed group. Editing starts with true.
 bool value_typed = false;
 
-// What the last search for a duplicate found. Nothing else resets it, a new dialog neither: after a
-// duplicate was refused, a value that is refused next sends the focus to the name.
+// What the last search for a duplicate found. Nothing else resets it, not even a new dialog: after
+// a duplicate was refused, a value that is refused next sends the focus to the name.
 bool duplicate_found = false;
 
 // The open dialog. Empty when none is open, also after it was destroyed from outside.
@@ -47,7 +47,8 @@ void OnDestroyed() {
   dialog = GroupDialog();
 }
 
-// Typing leaves no choice active; a choice is held as its bytes, which need not be what it shows.
+// After typing, no choice is active. A choice stands for its bytes, which need not be what it
+// shows.
 std::string TypedName() {
   const gint choice = gtk_combo_box_get_active(GTK_COMBO_BOX(dialog.name_combo));
   return choice < 0 ? gtk_entry_get_text(dialog.name_entry)
@@ -81,8 +82,8 @@ void OnNameChanged() {
 }
 
 // True when the field is full: the message has been shown, and the key goes no further. A text
-// longer than the limit, which wide characters make possible, is not full. `field` is the dialog's
-// own slot, which is null when the message has outlived the dialog.
+// longer than the limit, which characters of several bytes make possible, is not full. `field` is
+// the dialog's own slot, which is null when the message has outlived the dialog.
 gboolean RefuseWhenFull(const GdkEventKey *event, GtkEntry *const &field, std::size_t limit,
                         const char *key, const char *english) {
   if (!IsRefusedWhenFull(event) || std::strlen(gtk_entry_get_text(field)) != limit) {
@@ -143,7 +144,7 @@ void AddContent() {
                      TRUE, 0);
   GtkWidget *labels = AddColumn(box, 10);
   GtkWidget *fields = AddColumn(box, 10);
-  AddNameCombo(fields);  // the fields first: each label is tied to its own
+  AddNameCombo(fields);  // before the labels: each is tied to its field
   AddValueEntry(fields);
   AddLabel(labels, dialog.name_combo, ShownText("Dialog_Group", "Label_GroupName", "Group Name"));
   AddLabel(labels, GTK_WIDGET(dialog.value_entry),
@@ -151,8 +152,8 @@ void AddContent() {
   gtk_widget_show(box);
 }
 
-// Enter in the value field neither checks nor closes: it readies the window's OK button for the
-// time after the dialog.
+// Enter in the value field neither checks nor closes: it focuses the window's OK button, for when
+// the dialog is closed.
 void ConnectFields() {
   g_signal_connect_swapped(dialog.name_combo, "changed", G_CALLBACK(OnNameChanged), nullptr);
   g_signal_connect_swapped(dialog.name_entry, "key-press-event", G_CALLBACK(OnNameKey), nullptr);
@@ -211,7 +212,7 @@ void ApplyGroup(GroupMode mode) {
   }
 }
 
-// True when the input was good and is now in the list; else the focus is where the fault is.
+// True when the input was good and is now in the list; otherwise the focus is where the fault is.
 bool TakeInput(GroupMode mode) {
   const int verdict = ValidateGroup(mode);
   if (verdict == 1) {

@@ -15,9 +15,9 @@ extern std::string edited_group_value;
 // is open already.
 void RunGroupDialog(GroupMode mode);
 
-// Assistive tools can press the page's buttons behind the open dialog.
+// For the page's buttons, which assistive tools can press behind the open dialog.
 bool GroupDialogIsOpen();
 
-// Checks what stands in the open dialog and tells the user the first fault. Returns -1 for a fault
-// of the name, 0 for one of the value, 1 when there is none.
+// Checks the input in the open dialog and tells the user the first fault. Returns -1 for a fault of
+// the name, 0 for one of the value, 1 when there is none.
 int ValidateGroup(GroupMode mode);

@@ -1,6 +1,5 @@
-// The list of static groups that the page shows and the dialog changes. From the moment it is
-// filled, it is the master of the setting PreAssignGroups, which BuildGroupsValue makes anew after
-// every change.
+// The list of static groups that the page shows and the dialog changes. Once it is filled, the
+// setting PreAssignGroups follows it: BuildGroupsValue makes the setting anew after every change.
 #pragma once
 
 #include <gtk/gtk.h>

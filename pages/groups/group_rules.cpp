@@ -25,8 +25,7 @@ bool IsWellKnown(const std::string &name) {
          std::end(kWellKnownNames);
 }
 
-// While the manual group's row is edited, its value stays free to hold a slash whatever name is
-// typed.
+// While the manual group's row is edited, its value may hold a slash, whatever name is typed.
 GroupFault CheckValue(const GroupInput &input, const std::string &upper_name) {
   const std::string value = TrimmedBlanks(input.value);
   if (value.empty()) {

@@ -21,7 +21,7 @@ void ToUpperAscii(std::string &text);
 std::string UpperName(std::string_view typed);
 
 // The name under which a group of that upper-case name is listed: the manual group's own for its
-// spellings "MG" and "MANUAL GROUP", else the name itself.
+// spellings "MG" and "MANUAL GROUP", otherwise the name itself.
 std::string RowName(const std::string &upper_name);
 
 // The first row of exactly that name.
@@ -41,7 +41,7 @@ enum class GroupFault {
   kDuplicate,
 };
 
-// What stands in the dialog's two fields.
+// What the dialog's two fields hold.
 struct GroupInput {
   std::string name;
   std::string value;

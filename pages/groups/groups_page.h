@@ -8,5 +8,5 @@
 // Builds the page, once, after the settings and the string table were loaded.
 void BuildGroupsPage();
 
-// The built page, for whoever puts it into the notebook and thereby owns it.
+// The built page. The notebook that it is put into owns it.
 GtkWidget *GroupsPageWidget();

@@ -3,8 +3,8 @@
 
 #include <gtk/gtk.h>
 
-// In the order of the screen; borrowed from their parents. All null before the page is built, and
-// `box` again once it was destroyed, and all other widgets with it.
+// In the order of the screen; borrowed from their parents. All are null before the page is built.
+// When it is destroyed `box` becomes null again, and the other widgets must not be used any more.
 struct GroupsPage {
   GtkWidget *box = nullptr;
   GtkWidget *dhcp_button = nullptr;

@@ -3,7 +3,7 @@
 //   MG="floor2";P1="lab";SALES="north"
 //
 // Entries of the form name="value", joined by semicolons, without any escaping: names and values
-// never hold the characters that the format needs, which the group dialog sees to. All texts are
+// never hold the characters that the format needs, which the group dialog ensures. All texts are
 // bytes, normally UTF-8.
 #pragma once
 
