@@ -1,4 +1,4 @@
-// The main window.
+// The main window and its end.
 #include "app/main_window.h"
 
 #include <gtk/gtk.h>
@@ -19,7 +19,7 @@ constexpr char kIconFile[] = "/usr/share/pixmaps/agent_48.png";
 constexpr guint kRefreshInterval = 3000;  // milliseconds
 
 // Cancel, and the window's close control. Nothing is written, not even by an OK that is at work or
-// comes after: behind an open dialog the window outlives its end.
+// comes later: while a dialog is open, the window is still there.
 gboolean OnCancel() {
   EndSaving();
   agent_version.Reset();
@@ -29,7 +29,7 @@ gboolean OnCancel() {
   return FALSE;
 }
 
-// However the window has come to its end.
+// However the window comes to its end.
 void OnDestroyed() {
   EndSaving();
   gtk_main_quit();

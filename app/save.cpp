@@ -1,4 +1,4 @@
-// What OK does.
+// Collecting, saving and the hint: what OK does.
 #include "app/save.h"
 
 #include <gtk/gtk.h>
@@ -24,11 +24,11 @@ void ShowRestartHint() {
 bool saving_has_ended = false;
 bool is_at_work = false;
 
-// True when all was saved and told.
+// True when everything was written and the user has been told.
 bool SaveAll() {
   const RefreshHold hold;  // what is collected here is what is saved
-  agent_version.Reset();   // the label has a copy of its own, should the window stay open
-  // Assistive tools can press Cancel behind a message of the check.
+  agent_version.Reset();   // the label keeps its own copy, in case the window stays open
+  // Assistive tools can press Cancel behind a message.
   if (CollectGeneralSettings() != 0 || saving_has_ended) {
     return false;
   }
@@ -42,7 +42,7 @@ bool SaveAll() {
 
 }  // namespace
 
-// Assistive tools can press the button again behind a message of its own.
+// Assistive tools can press the button again behind one of its messages.
 gboolean OnOkClicked() {
   if (saving_has_ended || is_at_work) {
     return FALSE;

@@ -1,3 +1,4 @@
+// The statements and transactions of the registry's database.
 #include "device/database.h"
 
 #include <memory>

@@ -57,7 +57,7 @@ def machine_has(name):
 
 
 def make_locale(name, directory):
-    """Makes a locale that the machine has not got, where LOCPATH can name it."""
+    """Makes a locale that the machine does not have, where LOCPATH can name it."""
     language, charset, variant = LOCALE.fullmatch(name).groups("")
     if charset.lower().replace("-", "") == "utf8":
         charset = "UTF-8"

@@ -8,7 +8,7 @@
 //   regmux apply            has nothing to do here
 //
 // Status 0, or 1 with one line on standard error, or 2 for a call that it does not understand.
-// Every call is journalled, whatever becomes of it. Other behaviours, for tests, are rows of the
+// Every call is journalled, whatever its outcome. Other behaviours, for tests, are rows of the
 // table of faults and functions of this file; see kBehaviours.
 #include <signal.h>
 #include <sys/resource.h>
@@ -188,7 +188,7 @@ std::optional<int> Die(const std::string &argument, Call & /*call*/) {
   return kFailed;
 }
 
-// The call takes so many milliseconds longer; less when the device goes away meanwhile.
+// The call takes so many milliseconds longer; less when the device goes away in the meantime.
 std::optional<int> Delay(const std::string &argument, Call & /*call*/) {
   constexpr int kStepMilliseconds = 20;
   int left = std::atoi(argument.c_str());

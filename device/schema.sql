@@ -19,7 +19,7 @@ CREATE TABLE faults (
   id INTEGER PRIMARY KEY,
   verbs TEXT NOT NULL,        -- ",create,set,": the calls it is for
   key BLOB,                   -- the key it is for; NULL: any
-  nth INTEGER,                -- the how-manieth of those calls, from 1; NULL: each
+  nth INTEGER,                -- which of those calls, counted from 1; NULL: each
   seen INTEGER NOT NULL DEFAULT 0,
   behaviour TEXT NOT NULL,
   argument BLOB NOT NULL

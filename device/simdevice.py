@@ -63,7 +63,7 @@ _VALUES = {
 class Call:
     """One call of the registry client."""
 
-    args: list[str]              # without the client's name; bytes that are no UTF-8 are escaped
+    args: list[str]              # without the client's name; bytes that are not UTF-8 are escaped
     status: int | None           # None: it has not ended, or was killed
     ld_library_path: str | None  # None: not in its environment
     caller: int                  # the process that ran it, shells left out
@@ -138,7 +138,7 @@ class Registry:
 class Faults:
     """How the registry client is to behave other than it should. Each holds from its call until
     clear(). All take the same choice of the calls that they are for: `verbs` (a name or several;
-    none: all), `key`, and `nth`, the how-manieth of those calls from now on (none: each).
+    none: all), `key`, and `nth`: which of those calls, counted from now on (none: each).
 
     Anything else is a script written over the client: device.write(device.bin / "regmux", ...),
     which reaches the client itself as device.client.

@@ -15,7 +15,7 @@ bool EndsLine(gunichar character) {
     case G_UNICODE_BREAK_NEXT_LINE:
       return true;
     default:
-      return character == '\t';  // is wider than any room
+      return character == '\t';  // a tab takes too much room
   }
 }
 

@@ -22,8 +22,8 @@ enum Setting {
 // user has typed is UTF-8.
 using SettingTexts = std::array<HeapText, kSettingCount>;
 
-// The working copy that the pages show and change. Whoever replaces a text frees the old one, which
-// an assignment does.
+// The working copy that the pages show and change. Replacing a text frees the old one, which an
+// assignment does.
 struct AgentSettings {
   SettingTexts texts;
   HeapText &operator[](Setting setting) { return texts[setting]; }
@@ -36,8 +36,8 @@ void LoadSettings();
 
 // Makes `settings` fresh copies of the loaded values. A null one takes the setting's default where
 // it has one ("1440", "0", "0" and "1" for settings 3 to 6). An empty one stays empty: the program
-// does not put defaults in place of what the registry says, so through LoadSettings, which always
-// makes a text, no default ever comes into play.
+// does not put defaults in place of what the registry says, so after LoadSettings, which always
+// makes a text, no default is ever used.
 void FillSettings(AgentSettings &settings, const SettingTexts &loaded);
 
 // Writes the seven working texts to the registry, an absent one as an empty text, then commits.
@@ -49,8 +49,8 @@ void SaveSettings();
 // into which the user may be typing, stays as it is.
 void RefreshCurrentGateway();
 
-// While one of these lives, the refresh asks but leaves the setting alone: what OK has collected is
-// what it saves, however long its messages stay open.
+// While one of these lives, the refresh reads the registry but leaves the setting alone: what OK
+// has collected is what it saves, however long its messages stay open.
 class RefreshHold {
  public:
   RefreshHold();

@@ -42,8 +42,8 @@ void JoinOutputs(const Pipe &pipe) {
 }
 
 // Starts /bin/sh on the command line; returns the child, or -1. vfork, because copying the page
-// tables of a process with a toolkit loaded costs more than all else here: the child only moves
-// descriptors and executes. _exit, so that it never flushes what the parent has buffered.
+// tables of a process with a toolkit loaded costs more than everything else here: the child only
+// moves descriptors and executes. _exit, so that it never flushes what the parent has buffered.
 pid_t StartShell(const char *command, const Pipe *output) {
   char shell[] = "sh";
   char option[] = "-c";
@@ -113,7 +113,7 @@ int CommandRunner::WaitChild(pid_t child) {
     } else if ((status & 0x7f) == 0) {
       return (status >> 8) & 0xff;
     }
-    // Ended by a signal: the next wait finds no such child, and that is the result. There is no
-    // branch of its own for signals on purpose; the callers know only "-1".
+    // Ended by a signal: the next wait finds no such child, and that is the result. On purpose,
+    // signals have no separate branch; the callers know only "-1".
   }
 }

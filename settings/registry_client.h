@@ -1,7 +1,7 @@
 // The platform's registry, reached only through its command-line client `regmux`.
 //
 // Keys are slash-separated paths. Keys and values go through Latin-1 in both directions, so every
-// byte but NUL and those of line ends comes back unchanged, UTF-8 included; a QString that holds
+// byte except NUL and those of line ends comes back unchanged, UTF-8 included; a QString that holds
 // characters above U+00FF by itself reaches the registry with question marks in their place.
 //
 // The command lines put keys and values between single quotes and escape nothing: callers never
@@ -18,7 +18,7 @@
 struct RegistryEntry {
   enum Kind { kOther = -1, kKey = 0, kDir = 1, kValue = 2 };
   Kind kind = kOther;
-  QString text;  // after the word and one more byte, without CR and LF at its end; else empty
+  QString text;  // after the word and one more byte, without CR and LF at its end; otherwise empty
 };
 
 // Reads what the client printed to its end: one entry for each line, whatever it holds.
@@ -33,10 +33,10 @@ class RegistryClient {
   // none. A client that is missing or complains gives true and an empty text: treat it as unset.
   bool GetValue(const QString &key, QString &value) const;
 
-  // As GetValue; a text that is no decimal number gives 0, and still true.
+  // As GetValue; a text that is not a decimal number gives 0, and still true.
   bool GetIntValue(const QString &key, int &value) const;
 
-  // Creates the key, whatever comes of that, then sets it. True when the set succeeded.
+  // Creates the key, whatever the result, then sets it. True when the set succeeded.
   bool SetValue(const QString &key, const QString &value) const;
   bool SetIntValue(const QString &key, int value) const;
 

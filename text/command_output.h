@@ -1,4 +1,4 @@
-// What a command prints, for whoever only wants to read it.
+// Reading what a command prints.
 #pragma once
 
 #include <cstdio>
@@ -9,6 +9,6 @@
 // time: nothing here ever waits for the command, which may live on after its output has ended. When
 // it ends it stays a finished child of this process, which is one entry in the process table.
 //
-// A single command is best run with "exec": the shell that starts it would else hold the pipe open,
-// and the output would not end before the command does.
+// A single command is best run with "exec": otherwise the shell that starts it holds the pipe open,
+// and the output does not end before the command does.
 std::FILE *OpenOutputOf(const std::string &command);

@@ -6,8 +6,8 @@
 #include <string_view>
 
 // A NUL-terminated byte string on the heap, or null ("absent"). Move-only; the text is allocated at
-// its exact size and replaced whole. It says nothing about the encoding: whoever hands one out
-// does.
+// its exact size and replaced whole. It says nothing about the encoding; the function that returns
+// one does.
 class HeapText {
  public:
   HeapText() = default;
@@ -22,7 +22,7 @@ class HeapText {
     return Adopt(copy);
   }
 
-  // The same of a text that may be null; then the copy is null too.
+  // The same for a text that may be null; then the copy is null too.
   static HeapText Copy(const char *text) {
     return text == nullptr ? HeapText() : Copy(std::string_view(text));
   }

@@ -9,12 +9,12 @@
 // charset.
 HeapText ToUtf8(const char *text);
 
-// LookupText, then ToUtf8: how every text of the string table is made, right before it is shown.
-// The English text where it has no UTF-8 form in this locale: a window without
-// words, on a machine without the locale that it is started in, would help nobody.
+// LookupText, then ToUtf8: every text of the string table is fetched in this way, right before it
+// is shown. The English text where ToUtf8 gives null: on a machine that does not have the locale,
+// the window would otherwise have no words.
 HeapText ShownText(std::string_view section, std::string_view key, std::string_view english);
 
-// Bytes of the registry or the agent, which go through no charset, as they can be shown: what is
-// not UTF-8 in them becomes U+FFFD. Such bytes upset the toolkit, and they end the program where a
-// screen reader listens. Null only when no memory is left.
+// Bytes from the registry or the agent, which are in no particular charset, in a form that can be
+// shown: what is not UTF-8 becomes U+FFFD. The toolkit would warn of such bytes, and beside a
+// screen reader they would end the program. Never null.
 HeapText ShowableBytes(std::string_view bytes);

@@ -102,7 +102,7 @@ void LoadLocaleTexts(StringTable &table, const std::string &locale_name) {
     return;
   }
   // The plain-named tables are in the traditional charsets and cannot be shown under a UTF-8
-  // locale, which therefore falls to the ASCII texts of "en_US" and not to its own plain name.
+  // locale, which therefore falls back to the ASCII texts of "en_US" and not to its own plain name.
   const bool is_utf8 = locale_name.find("UTF-8", dot) != std::string::npos;
   ParsePropFile(table, path(is_utf8 ? kDefaultLocale : locale_name.substr(0, dot)));
 }

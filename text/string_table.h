@@ -1,5 +1,5 @@
 // The string table: every text that the user sees, by section and key, from one `.prop` file chosen
-// by the locale. The English text stands at each call site, so the program works without a file.
+// by the locale. The English text is given at each call, so the program works without a file.
 //
 // All texts are bytes in whatever encoding the file uses, normally the locale's; text/shown_text.h
 // makes them fit to show.
@@ -25,7 +25,7 @@ struct TextSection {
 struct StringTable {
   std::string directory;              // where the `.prop` files are, without a slash at the end
   std::vector<TextSection> sections;  // in file order
-  bool loaded = false;                // a file was read to its end; lookups do not ask
+  bool loaded = false;                // a file was read to its end; lookups do not look at this
 };
 
 // The one table of the process: made on first use, filled by LoadStringTable, never destroyed.
@@ -59,6 +59,6 @@ HeapText LookupText(std::string_view section, std::string_view key, std::string_
 void TrimSpace(char *text);
 
 // Turns the escapes \" \' \\ \n \r \t into the characters they stand for, in place. The text keeps
-// its length: after k escapes its last k characters stand once more behind the converted text. Kept
-// on purpose: the rule for translators, to write no escapes, rests on it.
+// its length: after k escapes its last k characters are repeated after the converted text. Kept on
+// purpose: the rule for translators, to write no escapes, rests on it.
 void UnescapeText(char *text);

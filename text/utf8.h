@@ -1,4 +1,4 @@
-// What UTF-8 says of its own bytes.
+// The bytes and characters of UTF-8 texts.
 #pragma once
 
 #include <string_view>
@@ -8,7 +8,7 @@ inline bool ContinuesCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// The first characters of the text, at most so many.
+// The first `count` characters of the text, or all of it when it has fewer.
 inline std::string_view FirstCharacters(std::string_view text, std::size_t count) {
   std::size_t end = 0;
   while (end < text.size() && (ContinuesCharacter(text[end]) || count-- > 0)) {

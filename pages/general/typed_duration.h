@@ -26,7 +26,7 @@ inline constexpr int kMaxInterval = 10080;  // minutes
 inline constexpr int kMaxDelay = 60;        // minutes
 
 // Both take the entry's whole text, blanks included, when it names no row. After an optional plus
-// sign comes a number that is hexadecimal after "0x", octal after another "0", and decimal
+// sign comes a number that is hexadecimal after "0x", octal after any other "0", and decimal
 // otherwise. One decimal rounds it up from .5; whatever else follows is ignored.
 //
 // They differ in what they read as the number. An interval is read from the very start of the
