@@ -1,7 +1,6 @@
 // The rows under the page's combo boxes.
 #include "pages/general/choice_list.h"
 
-#include "pages/general/typed_duration.h"
 #include "text/shown_text.h"
 
 namespace {
@@ -16,19 +15,6 @@ HeapText TextAt(GtkTreeModel *rows, GtkTreeIter *row) {
   gchar *text = nullptr;
   gtk_tree_model_get(rows, row, kShownColumn, &text, -1);
   return HeapText::Adopt(text);
-}
-
-// Walks the rows from the first one to the one that `found` accepts.
-template <typename Found>
-std::optional<GtkTreeIter> FindChoice(GtkTreeModel *rows, Found found) {
-  GtkTreeIter row;
-  for (gboolean more = gtk_tree_model_get_iter_first(rows, &row); more == TRUE;
-       more = gtk_tree_model_iter_next(rows, &row)) {
-    if (found(&row)) {
-      return row;
-    }
-  }
-  return std::nullopt;
 }
 
 }  // namespace
@@ -50,19 +36,29 @@ void AppendChoice(GtkListStore *store, int number, const std::string &text) {
 
 bool SelectNumber(GtkWidget *combo, int number) {
   GtkTreeModel *rows = gtk_combo_box_get_model(GTK_COMBO_BOX(combo));
-  auto row = FindChoice(rows, [&](GtkTreeIter *r) { return NumberAt(rows, r) == number; });
-  if (row.has_value()) {
-    gtk_combo_box_set_active_iter(GTK_COMBO_BOX(combo), &*row);
+  GtkTreeIter row;
+  gboolean more = gtk_tree_model_get_iter_first(rows, &row);
+  while (more == TRUE && NumberAt(rows, &row) != number) {
+    more = gtk_tree_model_iter_next(rows, &row);
   }
-  return row.has_value();
+  if (more == TRUE) {
+    gtk_combo_box_set_active_iter(GTK_COMBO_BOX(combo), &row);
+  }
+  return more == TRUE;
 }
 
-std::optional<int> NumberNamed(GtkListStore *store, const std::string &typed) {
+std::optional<int> FindNumber(GtkListStore *store,
+                              const std::function<bool(const char *text, int number)> &is_wanted) {
   GtkTreeModel *rows = GTK_TREE_MODEL(store);
-  auto row = FindChoice(rows, [&](GtkTreeIter *r) {
-    return NamesRow(typed, TextAt(rows, r).OrEmpty(), NumberAt(rows, r));
-  });
-  return row.has_value() ? std::make_optional(NumberAt(rows, &*row)) : std::nullopt;
+  GtkTreeIter row;
+  for (gboolean more = gtk_tree_model_get_iter_first(rows, &row); more == TRUE;
+       more = gtk_tree_model_iter_next(rows, &row)) {
+    const int number = NumberAt(rows, &row);
+    if (is_wanted(TextAt(rows, &row).OrEmpty(), number)) {
+      return number;
+    }
+  }
+  return std::nullopt;
 }
 
 HeapText ActiveNumber(GtkWidget *combo) {

@@ -7,7 +7,7 @@
 #include "pages/filled_entry.h"
 #include "pages/general/choice_list.h"
 #include "pages/general/gateway.h"
-#include "pages/general/general_page_widgets.h"
+#include "pages/general/general_page.h"
 #include "settings/agent_settings.h"
 #include "text/trim_blanks.h"
 
@@ -30,7 +30,7 @@ bool TakeGateway(GtkEntry *entry, Setting setting, const FieldMessage &fault) {
   agent_settings[setting] = HeapText::Copy(gateway);
   const bool is_good = gateway.empty() || IsGateway(entry, gateway);
   if (!is_good && general_page.box != nullptr) {
-    ShowFieldMessage(fault);
+    ShowFieldMessage(GTK_WIDGET(entry), fault);
   }
   return is_good && general_page.box != nullptr;
 }

@@ -1,20 +1,14 @@
-// The two durations that the user picks from a list or types: Pull Interval and Delay Scope. What
-// is typed is checked on Enter, when the keyboard would leave the entry, and on OK.
-//
-// Both are the same kind of field, described by data. A function that is named after one of them
-// acts on that one.
+// A duration that the user picks from a list or types: the field for Pull Interval and for Delay
+// Scope, described by data. What is typed is checked on Enter, when the keyboard would leave the
+// entry, and on OK.
 #pragma once
 
 #include <gtk/gtk.h>
 
-#include "pages/general/choices.h"
+#include "pages/field_message.h"
+#include "pages/general/choice_list.h"
 #include "pages/general/typed_duration.h"
 #include "settings/agent_settings.h"
-
-// A text of section Message.
-struct FieldMessage {
-  const char *key, *english;
-};
 
 // How one duration differs from the other. Numbers are minutes.
 struct DurationKind {
@@ -27,10 +21,8 @@ struct DurationKind {
   FieldMessage empty, format, range, full;
   void (*move_on)();  // takes the focus to the next field once a typed number was accepted
 };
-extern const DurationKind kPullIntervalKind;
-extern const DurationKind kDelayScopeKind;
 
-// A field on the page.
+// A field on a page.
 struct DurationField {
   const DurationKind &kind;
   GtkWidget *combo = nullptr;
@@ -39,33 +31,30 @@ struct DurationField {
   bool validated = false;  // the last check ended with a valid number
 };
 
-// Make the store, or empty it if it is there, and append the fixed rows.
-void BuildPullIntervalStore();
-void BuildDelayScopeStore();
+// Makes the store, or empties it if it is there, and appends the fixed rows.
+void BuildRows(DurationField &field);
 
-// Make the row for the setting's number the active one, appending it when there is none. An empty
+// Puts the combo box over the finished store into the column. No row is chosen yet.
+void AddDurationCombo(DurationField &field, GtkWidget *column);
+
+// Makes the row for the setting's number the active one, appending it when there is none. An empty
 // setting leaves no row active.
-void SelectPullInterval(GtkWidget *combo);
-void SelectDelayScope(GtkWidget *combo);
+void SelectStored(const DurationField &field, GtkWidget *combo);
 
-// Build the list anew, which drops a row appended before, and select the row for the number.
-void ReselectPullInterval(int minutes);
-void ReselectDelayScope(int minutes);
+// Builds the list anew, which drops a row appended before, and selects the row for the number.
+void Reselect(DurationField &field, int minutes);
 
-// "activate" handlers: check the entry's text and leave the outcome in `validated`. A valid text
-// selects its row, and a number that no row had also moves the focus on: from the interval to the
-// Log Level, from the delay to OK. An empty text is replaced by the recommended number, after a
-// message, and is valid. Anything else brings a message and takes the focus to the entry; its text
-// and the setting stay as they are. Nothing is valid when the window was destroyed in the meantime.
-void ValidatePullInterval();
-void ValidateDelayScope();
+// Checks the entry's text and leaves the outcome in `validated`. A valid text selects its row, and
+// a number that no row had also moves the focus on. An empty text is replaced by the recommended
+// number, after a message, and is valid. Anything else brings a message and takes the focus to the
+// entry; its text and the setting stay as they are. Nothing is valid when the window was destroyed
+// while the message was open.
+void Validate(DurationField &field);
 
-// "focus" handlers: check when the keyboard would leave the entry. True ends the move, because the
-// text is not valid or because the check has moved the focus already.
-gboolean OnPullIntervalFocus();
-gboolean OnDelayScopeFocus();
+// For "focus": checks when the keyboard would leave the entry. True ends the move, because the text
+// is not valid or because the check has moved the focus already.
+gboolean CheckOnLeaving(DurationField &field);
 
-// "key-press-event" handlers: a message for every key but Delete and BackSpace while the entry is
-// full. Always false, so that the key has its usual effect.
-gboolean OnPullIntervalKey(gpointer, const GdkEventKey *event);
-gboolean OnDelayScopeKey(gpointer, const GdkEventKey *event);
+// For "key-press-event": a message for every key but Delete and BackSpace while the entry is full.
+// Always false, so that the key has its usual effect.
+gboolean CheckRoom(const DurationField &field, const GdkEventKey *event);

@@ -2,14 +2,47 @@
 #include "pages/general/general_page.h"
 
 #include "pages/filled_entry.h"
-#include "pages/general/choice_list.h"
-#include "pages/general/general_page_widgets.h"
 #include "pages/general/log_level.h"
 #include "pages/guarded_entry.h"
+#include "pages/ok_button.h"
 #include "pages/shortened_label.h"
 #include "pages/widgets.h"
-#include "text/message_dialogs.h"
 #include "text/shown_text.h"
+
+// The fields of the page that are durations.
+const DurationKind kPullIntervalKind = {
+    Interval_min,
+    kPullIntervals,
+    1440,
+    1440,
+    "interval",
+    ParseTypedInterval,
+    {"Msg_PageGeneral_Interval_Err1",
+     "The pull interval value is empty.\nSet interval using the recommended default value(1 day - "
+     "1440 minutes)"},
+    {"Msg_PageGeneral_Interval_Err3", "The input pull interval format is wrong."},
+    {"Msg_PageGeneral_Interval_Err2", "The pull interval should be a number between 0 and 10080."},
+    {"Msg_PageGeneral_Interval_Err4",
+     "The input pull interval value max size can not exceed 50 characters."},
+    [] { gtk_widget_grab_focus(general_page.log_level); },
+};
+
+const DurationKind kDelayScopeKind = {
+    DelayScope_min,
+    kDelayScopes,
+    0,
+    10,
+    "delayscope",
+    ParseTypedDelay,
+    {"Msg_PageGeneral_Delay_Err2",
+     "The delay scope value is empty.\nSet delay scope using the recommended default value(10 "
+     "minutes)"},
+    {"Msg_PageGeneral_Delay_Err4", "The input delay scope interval format is wrong."},
+    {"Msg_PageGeneral_Delay_Err3", "The delay scope should be a number between 0 and 60."},
+    {"Msg_PageGeneral_Delay_Err1",
+     "The input delay scope value max size can not exceed 50 characters."},
+    FocusOkButton,
+};
 
 GeneralPage general_page;
 
@@ -42,52 +75,66 @@ GtkEntry *AddGateway(GtkWidget *column, Setting setting) {
   return entry;
 }
 
-// The functions that select a duration's row and handle its signals.
+gboolean OnPullIntervalFocus() {
+  return CheckOnLeaving(general_page.pull_interval);
+}
+
+gboolean OnDelayScopeFocus() {
+  return CheckOnLeaving(general_page.delay_scope);
+}
+
+gboolean OnPullIntervalKey(gpointer, const GdkEventKey *event) {
+  return CheckRoom(general_page.pull_interval, event);
+}
+
+gboolean OnDelayScopeKey(gpointer, const GdkEventKey *event) {
+  return CheckRoom(general_page.delay_scope, event);
+}
+
+void OnLogLevelChanged() {
+  agent_settings[LogLevel] = ActiveNumber(general_page.log_level);
+}
+
+// The functions that fill a duration's list, select its row and handle its signals.
 struct DurationHandlers {
+  void (*build_store)();
   void (*select)(GtkWidget *combo);
   gboolean (*on_focus)();
   gboolean (*on_key)(gpointer, const GdkEventKey *event);
-  void (*validate)();
+  void (*on_activate)();
 };
 
-// Connected last, so that opening the window changes nothing.
+// Signals are connected last, so that opening the window changes nothing.
 void AddDuration(GtkWidget *column, DurationField &field, const DurationHandlers &handlers) {
-  field.combo = gtk_combo_box_new_with_model_and_entry(GTK_TREE_MODEL(field.store));
-  gtk_combo_box_set_entry_text_column(GTK_COMBO_BOX(field.combo), kShownColumn);
-  field.entry = EntryOf(field.combo);
-  gtk_entry_set_max_length(field.entry, kEntryLimit);
+  handlers.build_store();
+  AddDurationCombo(field, column);
   handlers.select(field.combo);
   g_signal_connect_swapped(field.entry, "focus", G_CALLBACK(handlers.on_focus), nullptr);
   g_signal_connect_swapped(field.entry, "key-press-event", G_CALLBACK(handlers.on_key), nullptr);
-  g_signal_connect_swapped(field.entry, "activate", G_CALLBACK(handlers.validate), nullptr);
-  IgnoreWheel(field.combo);
-  AddField(column, field.combo);
+  g_signal_connect_swapped(field.entry, "activate", G_CALLBACK(handlers.on_activate), nullptr);
 }
 
-void AddLogLevel(GtkWidget *column) {
-  GtkWidget *combo = gtk_combo_box_new_with_model(GTK_TREE_MODEL(general_page.log_level_store));
-  general_page.log_level = combo;
-  GtkCellRenderer *cell = gtk_cell_renderer_text_new();
-  gtk_cell_layout_pack_start(GTK_CELL_LAYOUT(combo), cell, TRUE);
-  gtk_cell_layout_add_attribute(GTK_CELL_LAYOUT(combo), cell, "text", kShownColumn);
+GtkWidget *AddLogLevel(GtkWidget *column) {
+  BuildLogLevelStore();
+  GtkWidget *combo = NewLogLevelCombo(general_page.log_level_store);
   SelectLogLevel(combo);
   g_signal_connect_swapped(combo, "changed", G_CALLBACK(OnLogLevelChanged), nullptr);
   IgnoreWheel(combo);
   AddField(column, combo);
+  return combo;
 }
 
 void AddFields(GtkWidget *column) {
   GeneralPage &page = general_page;
   page.current_gateway = AddGateway(column, CurrentGateway);
   page.backup_gateway = AddGateway(column, BackupGateway);
-  BuildPullIntervalStore();
   AddDuration(column, page.pull_interval,
-              {SelectPullInterval, OnPullIntervalFocus, OnPullIntervalKey, ValidatePullInterval});
-  BuildLogLevelStore();
-  AddLogLevel(column);
-  BuildDelayScopeStore();
+              {BuildPullIntervalStore, SelectPullInterval, OnPullIntervalFocus, OnPullIntervalKey,
+               ValidatePullInterval});
+  page.log_level = AddLogLevel(column);
   AddDuration(column, page.delay_scope,
-              {SelectDelayScope, OnDelayScopeFocus, OnDelayScopeKey, ValidateDelayScope});
+              {BuildDelayScopeStore, SelectDelayScope, OnDelayScopeFocus, OnDelayScopeKey,
+               ValidateDelayScope});
 }
 
 void AddLabels(GtkWidget *column) {
@@ -116,16 +163,42 @@ void BuildGeneralPage(std::string_view agent_version) {
   gtk_widget_show(general_page.box);
 }
 
-bool ShowFieldMessage(const FieldMessage &message) {
-  ShowMessage(ShownText("Message", message.key, message.english).Get());
-  if (general_page.box == nullptr) {
-    return false;
-  }
-  GtkNotebook *notebook = GTK_NOTEBOOK(gtk_widget_get_parent(general_page.box));
-  gtk_notebook_set_current_page(notebook, gtk_notebook_page_num(notebook, general_page.box));
-  return true;
-}
-
 GtkWidget *GeneralPageWidget() {
   return general_page.box;
+}
+
+void BuildPullIntervalStore() {
+  BuildRows(general_page.pull_interval);
+}
+
+void BuildLogLevelStore() {
+  BuildChoices(general_page.log_level_store, kLogLevels);
+}
+
+void BuildDelayScopeStore() {
+  BuildRows(general_page.delay_scope);
+}
+
+void SelectPullInterval(GtkWidget *combo) {
+  SelectStored(general_page.pull_interval, combo);
+}
+
+void SelectDelayScope(GtkWidget *combo) {
+  SelectStored(general_page.delay_scope, combo);
+}
+
+void ReselectPullInterval(int minutes) {
+  Reselect(general_page.pull_interval, minutes);
+}
+
+void ReselectDelayScope(int minutes) {
+  Reselect(general_page.delay_scope, minutes);
+}
+
+void ValidatePullInterval() {
+  Validate(general_page.pull_interval);
+}
+
+void ValidateDelayScope() {
+  Validate(general_page.delay_scope);
 }

@@ -5,6 +5,25 @@
 
 #include <string_view>
 
+#include "pages/general/duration_field.h"
+
+extern const DurationKind kPullIntervalKind;
+extern const DurationKind kDelayScopeKind;
+
+// The page's widgets, in the order of the screen; they are borrowed from their parents, the stores
+// are the page's own for the life of the program. All null before the page is built, and `box`
+// again once it was destroyed, and all other widgets with it.
+struct GeneralPage {
+  GtkWidget *box = nullptr;
+  GtkEntry *current_gateway = nullptr;
+  GtkEntry *backup_gateway = nullptr;
+  DurationField pull_interval = {kPullIntervalKind};
+  GtkWidget *log_level = nullptr;  // combo box
+  GtkListStore *log_level_store = nullptr;
+  DurationField delay_scope = {kDelayScopeKind};
+};
+extern GeneralPage general_page;
+
 // Builds the page, once, after the settings and the string table were loaded. The version (bytes;
 // empty when none is known) is shown with its line end, and with a replacement for what is not
 // UTF-8; a long one is shortened.
@@ -12,3 +31,17 @@ void BuildGeneralPage(std::string_view agent_version);
 
 // The built page. The notebook that it is put into owns it.
 GtkWidget *GeneralPageWidget();
+
+// What duration_field.h does, for the page's own fields.
+void BuildPullIntervalStore();
+void BuildLogLevelStore();
+void BuildDelayScopeStore();
+void SelectPullInterval(GtkWidget *combo);
+void SelectDelayScope(GtkWidget *combo);
+void ReselectPullInterval(int minutes);
+void ReselectDelayScope(int minutes);
+
+// "activate" handlers, and what OK calls. A valid interval moves the focus on to the Log Level, a
+// valid delay to OK.
+void ValidatePullInterval();
+void ValidateDelayScope();

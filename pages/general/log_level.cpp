@@ -2,11 +2,14 @@
 #include "pages/general/log_level.h"
 
 #include "pages/general/choice_list.h"
-#include "pages/general/general_page_widgets.h"
 #include "settings/agent_settings.h"
 
-void BuildLogLevelStore() {
-  BuildChoices(general_page.log_level_store, kLogLevels);
+GtkWidget *NewLogLevelCombo(GtkListStore *store) {
+  GtkWidget *combo = gtk_combo_box_new_with_model(GTK_TREE_MODEL(store));
+  GtkCellRenderer *cell = gtk_cell_renderer_text_new();
+  gtk_cell_layout_pack_start(GTK_CELL_LAYOUT(combo), cell, TRUE);
+  gtk_cell_layout_add_attribute(GTK_CELL_LAYOUT(combo), cell, "text", kShownColumn);
+  return combo;
 }
 
 void SelectLogLevel(GtkWidget *combo) {
@@ -14,8 +17,4 @@ void SelectLogLevel(GtkWidget *combo) {
   if (!SelectNumber(combo, level)) {
     gtk_combo_box_set_active(GTK_COMBO_BOX(combo), 0);
   }
-}
-
-void OnLogLevelChanged() {
-  agent_settings[LogLevel] = ActiveNumber(general_page.log_level);
 }

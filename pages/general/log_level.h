@@ -3,11 +3,8 @@
 
 #include <gtk/gtk.h>
 
-// Makes the page's store, or fills it anew.
-void BuildLogLevelStore();
+// The combo box over the store; no row is chosen yet.
+GtkWidget *NewLogLevelCombo(GtkListStore *store);
 
 // Makes the row for the setting's level the active one, the first row when there is none.
 void SelectLogLevel(GtkWidget *combo);
-
-// "changed" handler: stores the chosen level as the setting.
-void OnLogLevelChanged();

@@ -5,6 +5,18 @@
 
 #include <gtk/gtk.h>
 
+// The page's widgets, in the order of the screen; they are borrowed from their parents. All are
+// null before the page is built. When it is destroyed `box` becomes null again, and the other
+// widgets must not be used any more.
+struct GroupsPage {
+  GtkWidget *box = nullptr;
+  GtkWidget *dhcp_button = nullptr;
+  GtkWidget *static_button = nullptr;
+  GtkWidget *frame = nullptr;  // around the list and its buttons
+  GtkWidget *list_view = nullptr;
+};
+extern GroupsPage groups_page;
+
 // Builds the page, once, after the settings and the string table were loaded.
 void BuildGroupsPage();
 
