@@ -6,7 +6,7 @@ import pathlib
 import re
 import subprocess
 
-from simdevice import SimDevice, is_usable
+from simdevice import SimDevice, end_in_order, is_usable
 
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 LOCALE = re.compile(r"(\w+)(?:\.([\w-]+))?(@\w+)?")  # language, charset, variant
@@ -98,6 +98,7 @@ def tell_changes(before, after):
 
 def main():
     chosen = options()
+    end_in_order()
     with SimDevice(chosen.build, chosen.device) as device:
         device.install_languages()
         before = device.registry.committed()

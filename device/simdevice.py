@@ -18,6 +18,7 @@ Programs end with the thread that started them: start them from one that stays.
 
 import contextlib
 import dataclasses
+import fcntl
 import json
 import os
 import shutil
@@ -35,6 +36,9 @@ _TABLES = "/etc/vexaagent/i18n/configui"
 # Where the device has the machine's whole tree, for links to its files. Short, because a file
 # system keeps a long link in a block of its own, and a device has hundreds.
 _MACHINE = "/run/.machine"
+
+# How the directory of a device begins that goes with its process.
+_OWN = "korv-device."
 
 # Directories of the machine that hold files of the device among others, and what the machine may
 # have there itself that must not be taken for the device's.
@@ -199,19 +203,29 @@ class SimDevice:
     """A device: platform code 9, the agent, its icon, seven values, no string tables.
 
     A state directory that is given is made, or taken up again, and stays; one of its own goes with
-    close().
+    close(), or where it never came to that, with the next device.
     """
 
     def __init__(self, build_dir, state=None):
         self.build_dir = Path(build_dir).resolve()
         self.program = str(self.build_dir / "korv-agent-mgr")
         self.client = self.build_dir / "device/regmux"
-        self._own = state is None
-        self.state = Path(state or tempfile.mkdtemp(prefix="korv-device-", dir=_memory())).resolve()
+        self._lock = None
+        if state is None:
+            state, self._lock = _own_directory()
+        self.state = Path(state).resolve()
         self.bin = self.state / "bin"  # the device's own directory on the search path
         self._files = self.state / "files"
         self._shared = [_existing(directory) for directory in _SHARED]
         self._programs = []
+        self.database = None
+        try:
+            self._set_up()
+        except BaseException:
+            self.close()
+            raise
+
+    def _set_up(self):
         is_new = not self._files.exists()
         if is_new:
             self._make_directories()
@@ -232,11 +246,15 @@ class SimDevice:
     def close(self):
         """Ends what start() started and removes the device's own state directory."""
         self._stop_programs()
-        if self._own:
-            # A client that outlived its program waits for this, and then finds no device.
-            self.database.execute("BEGIN EXCLUSIVE")
+        if self._lock is not None:
+            if self.database:
+                # A client that outlived its program waits for this, and then finds no device.
+                self.database.execute("BEGIN EXCLUSIVE")
             shutil.rmtree(self.state)
-        self.database.close()
+            os.close(self._lock)
+            self._lock = None
+        if self.database:
+            self.database.close()
 
     # ---- Files ----
 
@@ -392,9 +410,55 @@ class SimDevice:
         (self.bin / "regmux").symlink_to(self.client)
 
 
+def end_in_order():
+    """From here on Ctrl-C, a terminal that is closed and SIGTERM end this process as sys.exit() does,
+    so that what it has made is put away."""
+    ways = (signal.SIGINT, signal.SIGHUP, signal.SIGTERM)
+
+    def end(number, _):
+        for way in ways:
+            signal.signal(way, signal.SIG_IGN)
+        raise SystemExit(128 + number)
+
+    for way in ways:
+        signal.signal(way, end)
+
+
 def is_usable(state):
     """Whether a directory is a device's state, or can become one: it is not there yet, or empty."""
     return (state / "files/etc/regmux").is_dir() or not state.exists() or not any(state.iterdir())
+
+
+def _own_directory():
+    """A new directory for a device, and the lock that tells that its process lives. Those whose
+    processes have ended in another way than through close() are removed."""
+    parent = _memory() or tempfile.gettempdir()
+    for left in Path(parent).glob(f"{_OWN}*"):
+        lock = _lock(left)
+        if lock is not None:
+            shutil.rmtree(left, ignore_errors=True)
+            os.close(lock)
+    while True:
+        made = tempfile.mkdtemp(prefix=_OWN, dir=parent)
+        lock = _lock(made)
+        if lock is not None:  # else another process took it for one that was left
+            return made, lock
+
+
+def _lock(directory):
+    """Locks a directory of this user; the lock's descriptor, None when the directory has another's
+    lock or is gone. The lock ends with the process."""
+    try:
+        lock = os.open(directory, os.O_RDONLY | os.O_DIRECTORY | os.O_NOFOLLOW)
+    except OSError:
+        return None
+    with contextlib.suppress(OSError):
+        fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        status = os.fstat(lock)
+        if status.st_uid == os.geteuid() and os.path.samestat(status, os.stat(directory)):
+            return lock
+    os.close(lock)
+    return None
 
 
 def _memory():

@@ -15,7 +15,7 @@ from statistics import median
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT), str(ROOT / "tests" / "window")]
-from device.simdevice import SimDevice  # noqa: E402
+from device.simdevice import SimDevice, end_in_order  # noqa: E402
 
 import processes  # noqa: E402
 from figures import ratio_of_medians, table  # noqa: E402
@@ -287,6 +287,7 @@ def options():
 
 def main():
     chosen = options()
+    end_in_order()
     pairs = chosen.pairs or (10 if chosen.quick else 200)
     bench = Bench(chosen.build.resolve(), pairs)
     report = Report()

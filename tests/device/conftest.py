@@ -2,6 +2,7 @@
 
 import os
 import select
+import signal
 import subprocess
 import sys
 from dataclasses import dataclass
@@ -11,11 +12,16 @@ import pytest
 
 TREE = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(TREE / "device"))
+sys.path.append(str(TREE / "tests/window"))  # the harness
 
 from simdevice import SimDevice  # noqa: E402
 
 BUILD_DIR = Path(os.environ["KORV_BUILD_DIR"])
 LIMIT = 30  # seconds that anything may take
+
+# The end of the terminal, and SIGTERM, are taken as Ctrl-C is: fixtures put away what they have made.
+for way_to_end in (signal.SIGHUP, signal.SIGTERM):
+    signal.signal(way_to_end, signal.default_int_handler)
 
 
 @dataclass(frozen=True)

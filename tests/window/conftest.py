@@ -1,6 +1,7 @@
 """Fixtures for tests that drive the real program; the guide is in harness/__init__.py."""
 import os
 import pathlib
+import signal
 import sys
 
 import pytest
@@ -18,6 +19,10 @@ BUILD = pathlib.Path(os.environ.get("KORV_BUILD_DIR", ROOT / "build" / "release"
 SANITIZERS = {"LSAN_OPTIONS": f"suppressions={ROOT}/tests/lsan.supp:print_suppressions=0"}
 # What the tests' own surroundings must not decide.
 FOREIGN = ("LC_", "LANG", "XDG_", "XMODIFIERS", "GTK_", "G_", "DBUS_", "LD_LIBRARY_PATH")
+
+# The end of the terminal, and SIGTERM, are taken as Ctrl-C is: fixtures put away what they have made.
+for way_to_end in (signal.SIGHUP, signal.SIGTERM):
+    signal.signal(way_to_end, signal.default_int_handler)
 
 
 @pytest.fixture(scope="session")
