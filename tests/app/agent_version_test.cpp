@@ -1,4 +1,4 @@
-// What a line of the agent's says of its version, and an agent that cannot be asked.
+// What a line of the agent's output says about its version, and an agent that cannot be asked.
 #include "app/agent_version.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Platform identification, from both files and over every row of both tables. The product data can
-// be replaced, so that rows are named here by their number, never by what stands in them.
+// be replaced, so that rows are named here by their number, never by what they hold.
 #include "app/platform.h"
 
 #include <gmock/gmock.h>

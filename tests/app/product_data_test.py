@@ -32,7 +32,7 @@ def header(families, models):
 
 
 def data_with(families=FAMILIES, more=(), **changes):
-    """Good data but for the families and some codes, model_1 to model_18; None is left out."""
+    """Good data except for the families and some codes, model_1 to model_18; None is left out."""
     codes = {f"model_{row}": code for row, code in enumerate(MODELS, 1)}
     codes.update(changes)
     return header(families, [code for code in codes.values() if code is not None] + list(more))

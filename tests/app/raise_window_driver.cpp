@@ -1,7 +1,7 @@
-// Raises the windows of the processes that its arguments name, one after the other. Without DISPLAY
-// from the second on: a connection that is open is kept. Then prints "." past the output stream, so
-// that what was printed before it shows as printed in time. Fails when the X error handler is not
-// the one it was before.
+// Raises the windows of the processes that its arguments name, one after the other, and from the
+// second on without DISPLAY, which works because the open connection is kept. Then writes "." past
+// the output stream: what comes before it was printed in time. Fails when the X error handler is
+// not the one it was before.
 #include <X11/Xlib.h>
 #include <unistd.h>
 

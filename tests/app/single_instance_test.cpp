@@ -33,14 +33,14 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-// What taking the lock came to. The printed text had reached the pipe by then, without the help of
-// a stream that is closed or a process that ends.
+// The outcome of taking the lock. The printed text was in the pipe by then, without any stream
+// having been closed or any process having ended.
 struct Outcome {
   bool held_by_another = false;
   std::string printed;
 };
 
-// A child that takes the lock, between two steps of the test's, and then lives until it is killed.
+// A child that takes the lock at a given step of the test, and then lives until it is killed.
 class Instance {
  public:
   using Step = std::function<void()>;
@@ -111,7 +111,7 @@ class SingleInstanceTest : public testing::Test {
 
   void WriteContent(const std::string &content) const { directory_.Write("program.pid", content); }
 
-  // The lock that would stand in the way of one on the whole file.
+  // The lock that conflicts with one on the whole file.
   [[nodiscard]] struct flock LockInTheWay() const {
     const int file = open(pid_file_.c_str(), O_RDWR);
     struct flock lock = {};
@@ -319,7 +319,7 @@ TEST_F(SingleInstanceTest, FlagsThatCannotBeReadAreSaidAndTheLockStays) {
   EXPECT_FALSE(outcome.held_by_another);
   EXPECT_THAT(outcome.printed, StartsWith("fcntl F_GETFD error"));
   EXPECT_THAT(outcome.printed, HasSubstr("pipe:"));
-  EXPECT_THAT(outcome.printed, Not(HasSubstr(pid_file_)));  // close-on-exec all the same
+  EXPECT_THAT(outcome.printed, Not(HasSubstr(pid_file_)));  // close-on-exec nevertheless
   EXPECT_EQ(Content(), PidLine(first));
   EXPECT_EQ(LockInTheWay().l_pid, first.pid());
 }

@@ -1,5 +1,5 @@
 // The yardstick for the window: the same widgets, texts and icon as the program's, the same
-// libraries, and nothing behind them. OK runs a script, shows the hint and ends.
+// libraries, and no work behind them. OK runs a script, shows the hint and ends.
 //
 // usage: bare_window SCRIPT
 #include <gtk/gtk.h>
@@ -12,7 +12,7 @@ namespace {
 
 char *save_script = nullptr;
 
-// The program has Qt Core loaded, and a library that is linked and not used is not.
+// The program has Qt Core loaded; a library that is linked but not used would not be.
 QByteArray TitleThroughQt() {
   return QString::fromLatin1("Agent Configure Manager").toUtf8();
 }

@@ -146,7 +146,7 @@ class RefreshWatch:
 
     def look(self):
         """The milliseconds that a refresh took the window itself, and its child, when one is over
-        since the last look; else None. The first one of a window does not count: it runs code that
+        since the last look; otherwise None. The first one of a window does not count: it runs code that
         has not been loaded yet."""
         used = processes.processor_time(self.pid)
         now = time.monotonic()

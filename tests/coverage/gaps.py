@@ -3,8 +3,8 @@
 usage: gaps.py COVERAGE.json REASONS
 
 The first is gcovr's. The second has lines "FILE: SOURCE LINE", and below one or several of them,
-indented, the reason. A source line stands for every gap in that file with this text, so that code
-may move. Ends non-zero when a gap has no reason.
+indented, the reason. A source line names every gap in that file with this text, so that code may
+move. Ends non-zero when a gap has no reason.
 """
 import collections
 import json

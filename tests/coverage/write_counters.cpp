@@ -1,4 +1,4 @@
-// Part of the program in a coverage build, and of no other: SIGTERM ends the program as ever, but
+// Part of the program in a coverage build, and of no other: SIGTERM ends the program as usual, but
 // what it has run is written first. Window tests end with the window open, and counters are
 // otherwise written at a regular exit only.
 #include <fcntl.h>
@@ -17,8 +17,8 @@ namespace {
 
 int wake_up[2];
 
-// In a thread of its own: the signal may come while the main thread holds a lock, that of malloc
-// say, which it is then still to release.
+// In a thread of its own: the signal may come while the main thread holds a lock, for example
+// malloc's, which it must be able to release.
 void WriteCountersAtTheEnd() {
   char byte = 0;
   if (read(wake_up[0], &byte, 1) == 1) {

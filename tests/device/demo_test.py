@@ -17,7 +17,7 @@ def window(picture):
 
 @pytest.fixture
 def demo(tmp_path):
-    """demo(...): runs it, from a directory with a blank in its name as everything else has one."""
+    """demo(...): runs it, from a directory with a blank in its name; all its other directories have one."""
     (tmp_path / "a b").mkdir()
 
     def run(*options, status=0, **environment):

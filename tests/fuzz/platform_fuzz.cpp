@@ -19,7 +19,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     CHECK_PROPERTY(record.valid && record.image_id.empty());
     CHECK_PROPERTY(record.platform_code >= 5 && record.platform_code <= 9);
   } catch (const ImageIDException &) {
-    // The file does not decide, and there is no image id file either.
+    // The file decides nothing, and there is no image id file either.
   }
   return 0;
 }

@@ -1,3 +1,4 @@
+// The seven settings: read, filled, saved and freed, with a stand-in for the client.
 #include "settings/agent_settings.h"
 
 #include <gtest/gtest.h>

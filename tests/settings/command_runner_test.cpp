@@ -150,7 +150,7 @@ TEST(RunCommand, ItsChildDoesNothingThatThisProgramDoesAtItsEnd) {
                 return 77;
               }
               std::atexit([] { std::printf("at exit\n"); });
-              std::printf("once\n");  // buffered: a file is no terminal
+              std::printf("once\n");  // buffered: a file is not a terminal
               RunCommand("true");
               WithoutExecution([] { RunCommand("true"); });
               std::fflush(stdout);

@@ -34,7 +34,7 @@ long HeapBytes() {
   return static_cast<long>(mallinfo2().uordblks);
 }
 
-// The child that each refresh leaves behind, finished, is taken away here: it does not count.
+// The finished child that each refresh leaves is waited for here: it does not count.
 void Refresh(int times) {
   for (int number = 0; number < times; ++number) {
     RefreshCurrentGateway();

@@ -1,3 +1,4 @@
+// The registry client: the commands that it runs, and what it makes of their output.
 #include "settings/registry_client.h"
 
 #include <gtest/gtest.h>
@@ -48,7 +49,7 @@ TEST(GetValue, DropsAnyRunOfLineEndsAndNothingElse) {
   EXPECT_EQ(GetFrom("value  a \\t\\n"), (Got{true, " a \t"}));
 }
 
-TEST(GetValue, AWordWithNothingBehindItIsAnEmptyValue) {
+TEST(GetValue, AWordWithNothingAfterItIsAnEmptyValue) {
   EXPECT_EQ(GetFrom("value \\n"), (Got{true, ""}));
   EXPECT_EQ(GetFrom("value\\n"), (Got{true, ""}));
   EXPECT_EQ(GetFrom("value"), (Got{true, ""}));

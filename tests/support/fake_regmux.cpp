@@ -1,3 +1,4 @@
+// Writes the stand-in for the registry's client, and reads its record.
 #include "tests/support/fake_regmux.h"
 
 #include <sstream>

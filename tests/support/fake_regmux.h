@@ -13,7 +13,7 @@ class FakeRegmux {
   // `script` is run for each call with the call's arguments; its status is the client's.
   explicit FakeRegmux(const std::string &script);
 
-  // One text a call, in order: the arguments, each in square brackets.
+  // One text for each call, in order: the arguments, each in square brackets.
   std::vector<std::string> Calls() const;
 
   const TempDir &Directory() const { return directory_; }

@@ -1,3 +1,4 @@
+// Makes and removes the directory, and reads and writes files in it.
 #include "tests/support/temp_dir.h"
 
 #include <sys/stat.h>

@@ -54,7 +54,7 @@ TEST(OpenOutputOf, HandsOnTheEnvironment) {
 class CommandThatLivesOn : public testing::Test {
  protected:
   CommandThatLivesOn() { EXPECT_EQ(mkfifo(gate_.c_str(), 0600), 0); }
-  // Waits for the command to stand at the gate.
+  // Waits for the command to reach the gate.
   ~CommandThatLivesOn() override { directory_.Write("gate", "open\n"); }
 
   [[nodiscard]] std::string WaitAtGate() const { return "read word <" + gate_; }

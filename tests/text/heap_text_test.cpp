@@ -1,3 +1,4 @@
+// The owner of heap texts: copies, moves, and absent texts.
 #include "text/heap_text.h"
 
 #include <gtest/gtest.h>

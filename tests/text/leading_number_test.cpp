@@ -1,3 +1,4 @@
+// The number that a text begins with.
 #include "text/leading_number.h"
 
 #include <gtest/gtest.h>

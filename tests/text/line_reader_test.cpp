@@ -1,3 +1,4 @@
+// Lines as they are read: their limit, zero bytes, and the end of the stream.
 #include "text/line_reader.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Texts as they are shown: in UTF-8, in English where they cannot be, and from any bytes.
 #include "text/shown_text.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// The string table: its syntax, look-ups, and which file a locale finds.
 #include "text/string_table.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Blanks at the ends of a text go; all other white space stays.
 #include "text/trim_blanks.h"
 
 #include <gtest/gtest.h>

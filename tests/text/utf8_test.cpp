@@ -1,3 +1,4 @@
+// The first characters of a UTF-8 text.
 #include "text/utf8.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-"""The list of texts, translations/en_US.txt, is what stands in the code."""
+"""The list of texts, translations/en_US.txt, is that of the code."""
 import ast
 import pathlib
 import re
@@ -6,7 +6,7 @@ import re
 from written_texts import read_texts
 
 ROOT = pathlib.Path(__file__).parents[2]
-# At a call and in a table of rows alike the English text stands after its key: "Key", "Text". The
+# In a call and in a table of rows alike, the English text comes after its key: "Key", "Text". The
 # text may be in several pieces.
 STRING = r'"(?:[^"\\\n]|\\.)*"'
 KEY_AND_TEXT = re.compile(

@@ -1,3 +1,4 @@
+// Loads a string table as the program does, and compares it with its translation.
 #include "tests/translations/table_check.h"
 
 #include <algorithm>

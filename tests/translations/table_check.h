@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// A text as it stands in a translation (translations/*.txt).
+// A text as it is written in a translation (translations/*.txt).
 struct WrittenText {
   std::string section;
   std::string key;

@@ -1,3 +1,4 @@
+// The check of the string tables finds each fault that a table can have.
 #include "tests/translations/table_check.h"
 
 #include <gmock/gmock.h>
@@ -16,7 +17,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 // A small program with two messages, whose translation is good until a test spoils it. The rows of
-// the choice lists are the program's own English ones where the table says nothing else.
+// the choice lists are the program's own English ones unless the table has others.
 class TableCheckTest : public Utf8LocaleTest {
  protected:
   TableCheckTest() {

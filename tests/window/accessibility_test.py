@@ -20,7 +20,7 @@ def all_below(node):
 
 def unnamed(window):
     """What can have the focus in the window without saying what it is: a field without a label, or
-    anything else with neither label nor name. Combo boxes do not tell that they can have it."""
+    anything else with neither label nor name. Combo boxes do not say that they can have it."""
     return [node for node in all_below(window)
             if (node.has(State.FOCUSABLE) or node.role == Role.COMBO_BOX)
             and not (node.label or (node.name and node.role not in HOLDERS))]

@@ -7,7 +7,7 @@ LIBRARY = "/etc/vexaagent/lib"
 
 
 def version(app):
-    """The text behind "Agent Version :"."""
+    """The text after "Agent Version :"."""
     return next(label.name for label in app.window().find(Role.LABEL)
                 if label.label == "Agent Version :")
 
@@ -20,7 +20,7 @@ def version(app):
     ("a:b:c", "b:c"),
     ("", ""),
 ])
-def test_is_the_last_line_behind_its_colon(start, device, output, shown):
+def test_is_the_last_line_after_its_colon(start, device, output, shown):
     device.write("/usr/sbin/vexaagent", f"#!/bin/sh\nprintf '{output}'\n", 0o755)
     assert version(start()) == shown
 
@@ -95,7 +95,7 @@ def test_the_window_is_as_large_as_ever(start, device, usual_size, output):
 
 def tooltip(app):
     """The box of the tooltip on the screen, None when there is none: the one window of the program
-    that the window manager has nothing to do with."""
+    that the window manager does not manage."""
     client = app.x_window().client()
     for window in app.desktop.display.screen().root.query_tree().children:
         tip = XWindow(app.desktop, window.id)

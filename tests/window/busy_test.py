@@ -35,8 +35,8 @@ exec {device.client} "$@"
 
 @pytest.fixture
 def held_lookup(device):
-    """From begin() on, the look-up of a host's name lasts until release(): whoever opens a file on
-    which another has a lease waits for it."""
+    """From begin() on, the look-up of a host's name lasts until release(): opening a file waits while
+    somebody else has a lease on it."""
     class Held:
         def begin(self):
             self.file = os.open(device.host_path("/etc/hosts"), os.O_RDWR)
@@ -82,7 +82,7 @@ def press_later(bus, node):
 
 
 def meddle(app, bus, ok, box):
-    """All that a person does who does not want to wait."""
+    """Everything that an impatient person does."""
     keyboard = app.desktop.keyboard
     for key in ("Return", "space", "Escape", "Tab", "1"):
         keyboard.press(key)

@@ -238,7 +238,7 @@ def test_pasting_is_cut_at_fifty_characters(start, label):
 
 @BOTH
 def test_the_message_of_a_full_entry_gives_the_focus_back(start, label):
-    """Wherever an assistive tool has moved it meanwhile."""
+    """Wherever an assistive tool has moved it in the meantime."""
     app = start()
     app.entry(label).fill("9" * 50)
     app.key("x")

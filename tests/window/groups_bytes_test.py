@@ -1,4 +1,4 @@
-"""Stored groups that are no UTF-8: shown with a replacement for each such byte, kept as they are."""
+"""Stored groups that are not UTF-8: shown with a replacement for each such byte, kept as they are."""
 import os
 
 import pytest

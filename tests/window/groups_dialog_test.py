@@ -1,4 +1,4 @@
-"""The group dialog: adding and editing, from opening it to what stands in the registry."""
+"""The group dialog: adding and editing, from opening it to what is in the registry."""
 import pytest
 from gi.repository import Atspi
 

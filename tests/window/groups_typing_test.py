@@ -205,7 +205,7 @@ def test_a_full_value_refuses_all_keys_but_those_that_shorten_it(start, device):
                                                 ("value", "Value", "v" * 255)],
                          ids=["name", "value"])
 def test_the_message_of_a_full_field_gives_the_focus_back(start, device, field, label, full):
-    """Wherever an assistive tool has moved it meanwhile."""
+    """Wherever an assistive tool has moved it in the meantime."""
     app = open_groups(start, device, "")
     dialog = add(app)
     pasted(app, dialog.name.entry if field == "name" else dialog.value, full)

@@ -26,7 +26,7 @@ GROUPS = ["Radio_DHCPGroups", "Radio_StaticGroups", "Frame_StaticGroups", "TreeV
           "TreeView_Col2", "Button_Add", "Button_Edit", "Button_Delete"]
 WINDOW = ["Title", "Page_General", "Page_Groups", "Button_OK", "Button_Cancel"]
 DUPLICATE = 'The group has already existed(notes: "MG = Manual Group"),please retry!'
-# What stands on the device, not in a table.
+# What comes from the device, not from a table.
 DATA = {"5.2.1\n", "192.168.10.5", "192.168.10.6", "Manual Group", "floor2", "P1", "lab", "SALES",
         "north"}
 

@@ -19,7 +19,7 @@ def lasting(device):
         device.write(path, f"#!/bin/sh\n{commands}\nexec >&- 2>&-\nread word <{GATE}\n", 0o755)
 
     def open_gate():
-        """Whether somebody stood at it."""
+        """Whether somebody has reached it."""
         try:
             os.close(os.open(gate, os.O_WRONLY | os.O_NONBLOCK))
         except OSError:

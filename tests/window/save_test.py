@@ -211,7 +211,7 @@ def test_cancel_behind_a_message_writes_nothing(start, device):
 
 
 def press(window, name):
-    """Presses a button as only an assistive tool can, behind whatever is open."""
+    """Presses a button as only an assistive tool can, behind any open dialog."""
     button = next(node for node in window.find(Role.PUSH_BUTTON) if node.name == name)
     Atspi.Action.do_action(button.accessible, 0)
 

@@ -1,4 +1,4 @@
-"""The X server ends under the program: it ends too, and leaves nothing half done behind."""
+"""The X server ends while the program runs: it ends too, and leaves nothing half done."""
 import subprocess
 
 import pytest

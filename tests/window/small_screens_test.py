@@ -18,7 +18,7 @@ from languages import start_in  # noqa: E402
 SCREEN = (800, 600)
 SMALL, LARGE = "DejaVu Sans 10", "DejaVu Sans 18"
 ENTRY_FRAME, ROUNDING = 2, 1  # pixels
-# What stands in a window beside the others of its kind.
+# The kinds of parts of a window that must not overlap.
 PARTS = {Role.LABEL, Role.ICON, Role.TEXT, Role.COMBO_BOX, Role.PUSH_BUTTON, Role.RADIO_BUTTON,
          Role.PAGE_TAB, Role.SCROLL_PANE}
 
@@ -52,7 +52,7 @@ def shrunk(box, border):
 
 
 def seen_in(node):
-    """All that is to be seen below the node, but for what is in the list."""
+    """Everything to be seen below the node, except what is in the list."""
     for child in node.children:
         if child.showing:
             yield child

@@ -1,3 +1,4 @@
+// The fixed rows of the choice lists, and the number that a stored text chooses.
 #include "pages/general/choices.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Numbers of minutes as texts, in English and in a made-up language.
 #include "pages/general/duration_text.h"
 
 #include <gtest/gtest.h>
@@ -56,7 +57,7 @@ TEST_F(DurationTextTest, CountsAnIntervalInDaysHoursAndMinutes) {
       {-60, "0 days -1 hours"},
       {-1440, "-1 days"},
       {-1501, "-1 days -1 hours -1 minutes"},
-      // Whatever else was stored.
+      // Anything else that was stored.
       {100000, "69 days 10 hours 40 minutes"},
       {kHighest, "1491308 days 2 hours 7 minutes"},
       {kLowest, "-1491308 days -2 hours -8 minutes"},

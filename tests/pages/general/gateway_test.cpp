@@ -1,3 +1,4 @@
+// Which texts name a gateway, as far as that needs no name server.
 #include "pages/general/gateway.h"
 
 #include <gtest/gtest.h>

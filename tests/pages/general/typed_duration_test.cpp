@@ -1,3 +1,4 @@
+// What typed intervals and delays mean, and which rows they name.
 #include "pages/general/typed_duration.h"
 
 #include <gtest/gtest.h>
@@ -64,7 +65,7 @@ TEST(TypedDuration, MustBeginLikeANumber) {
   });
 }
 
-TEST(TypedDuration, OfAnIntervalIsReadFromTheStartOfTheEntryAndThatOfADelayBehindTheSign) {
+TEST(TypedDuration, OfAnIntervalIsReadFromTheStartOfTheEntryAndThatOfADelayAfterTheSign) {
   ExpectAll({
       {"+30", 3, 30},
       {"+5", kFormat, 5},  // "+" is left
@@ -157,7 +158,7 @@ TEST(NamesRow, ByTheRowsTextOrItsValue) {
   }
 }
 
-// Else OK would read a number out of the text, and save that.
+// Otherwise OK would read a number out of the text, and save that.
 TEST(NamesRow, KnowsATextThatItsEntryCannotGiveBackWhole) {
   const std::string e_acute = "\xC3\xA9";
   std::string fifty;

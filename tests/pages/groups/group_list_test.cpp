@@ -1,3 +1,4 @@
+// The list of groups, filled from its setting and stored there again.
 #include "pages/groups/group_list.h"
 
 #include <gmock/gmock.h>

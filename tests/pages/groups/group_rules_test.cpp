@@ -1,3 +1,4 @@
+// What the Groups page and its dialog decide: names, choices, refusals.
 #include "pages/groups/group_rules.h"
 
 #include <gmock/gmock.h>

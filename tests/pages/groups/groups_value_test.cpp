@@ -1,3 +1,4 @@
+// The stored text of the groups: which rows it stands for, and how rows are stored.
 #include "pages/groups/groups_value.h"
 
 #include <gmock/gmock.h>
@@ -99,7 +100,7 @@ TEST(GroupNames, AreCutAtFiftyBytesButNeverInsideACharacter) {
       {std::string(47, 'A') + four + "B", 47},
       {std::string(48, 'A') + four + "B", 48},
       {std::string(49, 'A') + four + "B", 49},
-      {std::string(60, '\xA9'), 47},  // no characters at all, and still a name
+      {std::string(60, '\xA9'), 47},  // not one character, but still a name
   };
   for (const CutCase &example : cases) {
     const std::string kept = example.name.substr(0, example.kept);

@@ -29,7 +29,7 @@ seen and what the program printed, and leaves a picture.
 App finds things in the window in use (the active one): entry, combo, button, radio, label, page,
 table, focused. A Window, Message or dialog has the same for itself: app.dialog("Edit Group")
 .entry("Value"). Fields are known by their label: its relation to the field, or to the combo box that
-the field stands in; without the relation they are not found, as by a screen reader.
+the field is in; without the relation they are not found, as a screen reader would not find them.
 
 Input goes through the X server: click, key, type, wheel, set_clipboard. It returns when the program
 has dealt with it, drawing and focus included, so what is read next is true: no waiting in tests for

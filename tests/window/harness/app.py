@@ -235,8 +235,8 @@ class App:
 
     def destroy_window(self, title=TITLE):
         """Takes the X window with the title from the program, as every program of the X server can.
-        The program is at rest and stopped meanwhile: to draw in a window that is gone is an X error
-        and its end."""
+        The program is at rest and stopped in the meantime: drawing in a window that is gone would be
+        an X error and end it."""
         self.settled()
         self.process.send_signal(signal.SIGSTOP)
         status = pathlib.Path(f"/proc/{self.pid}/status")

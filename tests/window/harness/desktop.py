@@ -146,7 +146,7 @@ class Desktop:
         return None if focus in (X.NONE, X.PointerRoot) else XWindow(self, focus.id)
 
     def give_focus(self, window):
-        """Gives a window the input focus, as there is no window manager to do so."""
+        """Gives a window the input focus, since there is no window manager to do so."""
         if self.input_focus() != window:
             self.display.set_input_focus(window.id, X.RevertToPointerRoot, X.CurrentTime)
 

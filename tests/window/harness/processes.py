@@ -38,7 +38,7 @@ def read_announced(argv, option, env, log, **options):
 
 
 def is_idle(pid):
-    """Whether the program's main loop sleeps; that for an answer to a request of its own has one
+    """Whether the program's main loop sleeps; a wait for the answer to a request of its own polls one
     file. A program that has ended is idle."""
     try:
         call = pathlib.Path(f"/proc/{pid}/syscall").read_text().split()

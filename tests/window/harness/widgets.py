@@ -1,4 +1,4 @@
-"""What stands in a window: entries, combo boxes, buttons, tables, by the names a user reads."""
+"""What is in a window: entries, combo boxes, buttons, tables, by the names a user reads."""
 from gi.repository import Atspi
 
 from .accessibility import Node, Role, State
@@ -25,7 +25,7 @@ class Entry(Node):
         return (part.start_offset, part.end_offset)
 
     def point(self, offset):
-        """The middle of a character on the screen, the last one's for what lies behind it."""
+        """The middle of a character on the screen; after the end of the text, that of the last one."""
         box = Atspi.Text.get_character_extents(self.accessible, min(offset, len(self.text) - 1),
                                                Atspi.CoordType.SCREEN)
         return box.x + box.width // 2, box.y + box.height // 2

@@ -9,7 +9,7 @@ KINDS = {Role.TEXT: "entry", Role.COMBO_BOX: "combo", Role.PUSH_BUTTON: "button"
 
 
 def label_of_field(node):
-    """The label of a text field: its own, or that of the combo box it stands in."""
+    """The label of a text field: its own, or that of the combo box it is in."""
     return node.label or Node(node.app, node.accessible.get_parent()).label
 
 
