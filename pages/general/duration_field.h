@@ -1,5 +1,5 @@
-// A duration that the user picks from a list or types: the field for Pull Interval and for Delay
-// Scope, described by data. What is typed is checked on Enter, when the keyboard would leave the
+// A duration that the user picks from a list or types: Pull Interval and Delay Scope are two such
+// fields, described by data. What is typed is checked on Enter, when the keyboard would leave the
 // entry, and on OK.
 #pragma once
 
@@ -34,7 +34,7 @@ struct DurationField {
 // Makes the store, or empties it if it is there, and appends the fixed rows.
 void BuildRows(DurationField &field);
 
-// Puts the combo box over the finished store into the column. No row is chosen yet.
+// Adds a combo box that shows the finished store to the column. No row is active yet.
 void AddDurationCombo(DurationField &field, GtkWidget *column);
 
 // Makes the row for the setting's number the active one, appending it when there is none. An empty

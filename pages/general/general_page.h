@@ -11,8 +11,8 @@ extern const DurationKind kPullIntervalKind;
 extern const DurationKind kDelayScopeKind;
 
 // The page's widgets, in the order of the screen; they are borrowed from their parents, the stores
-// are the page's own for the life of the program. All null before the page is built, and `box`
-// again once it was destroyed, and all other widgets with it.
+// are the page's own for the life of the program. All are null before the page is built. When it is
+// destroyed `box` becomes null again, and the other widgets must not be used any more.
 struct GeneralPage {
   GtkWidget *box = nullptr;
   GtkEntry *current_gateway = nullptr;
@@ -32,7 +32,7 @@ void BuildGeneralPage(std::string_view agent_version);
 // The built page. The notebook that it is put into owns it.
 GtkWidget *GeneralPageWidget();
 
-// What duration_field.h does, for the page's own fields.
+// The functions of duration_field.h for each of the page's own fields.
 void BuildPullIntervalStore();
 void BuildLogLevelStore();
 void BuildDelayScopeStore();

@@ -3,7 +3,7 @@
 
 #include <gtk/gtk.h>
 
-// The combo box over the store; no row is chosen yet.
+// A combo box that shows the store. No row is active yet.
 GtkWidget *NewLogLevelCombo(GtkListStore *store);
 
 // Makes the row for the setting's level the active one, the first row when there is none.
