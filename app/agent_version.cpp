@@ -38,8 +38,8 @@ void QueryAgentVersion() {
       was_set ? std::string(old_path) + ":" + kLibraryDirectory : kLibraryDirectory;
   setenv(kLibraryPath, path.c_str(), 1);
   ReadVersion();
-  // Not put back, and on purpose: what stood in the variable before was meant for this program, and
-  // an extended path of somebody else's is not handed to the registry client.
+  // Not put back, on purpose: the value from before was meant for this program, and the registry
+  // client must not run with an extension of it.
   if (was_set) {
     unsetenv(kLibraryPath);
   }

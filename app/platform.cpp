@@ -123,7 +123,7 @@ void DecideOstrel(char version, PlatformRecord &record) {
   record.valid = true;
 }
 
-// From version 5 on the editions are one platform; whatever else the version says is the older one.
+// From version 5 on the editions are one platform; every other version is the older one.
 void DecideVaskin(char version, PlatformRecord &record) {
   if (version == '5' || version == '6') {
     DecideOstrel(version, record);
@@ -160,8 +160,8 @@ PlatformRecord ReadSystemInfoFile(const char *path) {
   return PlatformOf(info);
 }
 
-// A file that cannot be opened counts as an empty one, and fewer than eight bytes are a text of
-// fewer than eight characters: one check, of the text, does for all three.
+// A file that cannot be opened counts as an empty one, and a file of fewer than eight bytes gives a
+// text that is too short: one check of the text is enough for all of these.
 PlatformRecord ReadImageIdFile(const char *path) {
   std::string text;
   std::FILE *stream = std::fopen(path, "r");

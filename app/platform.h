@@ -1,5 +1,5 @@
-// Which generation and edition of the thin-client operating system this is, as a platform code.
-// All texts are bytes in the locale's charset; what decides compares ASCII only.
+// Which generation and edition of the thin-client operating system this is, as a platform code. All
+// texts are bytes in the locale's charset; they are only compared with ASCII.
 #pragma once
 
 #include <cstdint>

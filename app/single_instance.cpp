@@ -1,5 +1,5 @@
-// The single-instance lock is an fcntl record lock, which the kernel drops with its process, so
-// that a pid file left behind by one that died keeps nobody out.
+// The single-instance lock is an fcntl record lock, which the kernel drops when its process ends: a
+// pid file that a dead instance has left keeps nobody out.
 #include "app/single_instance.h"
 
 #include <fcntl.h>
@@ -22,7 +22,7 @@ constexpr std::size_t kPidLineLimit = 1023;  // bytes a read
 
 enum class Lock { kTaken, kHeldByAnother, kFailed };
 
-// Without waiting: whoever comes second has a window to raise.
+// Without waiting: the second instance has a window to raise.
 Lock LockWholeFile(int file) {
   struct flock lock = {};
   lock.l_type = F_WRLCK;
@@ -49,8 +49,7 @@ bool WritePid(int file) {
   return true;
 }
 
-// Opening has asked for it already; asked again, because whoever watches start-up learns here when
-// the system refuses it.
+// It is set from the opening on, and set again so that a refusal is reported.
 void CloseOnExec(int file) {
   int flags = fcntl(file, F_GETFD);
   if (flags < 0) {

@@ -1,5 +1,5 @@
-// One instance at a time: the lock by which a second start finds out that it is one, and whom it
-// then finds running.
+// One instance at a time: the lock that tells a second start that it is one, and the process that
+// holds it.
 #pragma once
 
 #include <cstdint>

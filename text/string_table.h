@@ -36,10 +36,10 @@ StringTable &GlobalStringTable();
 // is empty and every text is the English one.
 void LoadStringTable();
 
-// The locale's name in the line that the locale tool prints for LC_CTYPE: what stands between the
-// first and the last double quote; "en_US" for an empty line; the whole line, its line feed
-// included, when it has no double quote (such a name opens no file, and the fallback decides); what
-// follows the quote when there is just one.
+// The locale's name in the line that the locale tool prints for LC_CTYPE: what is between the first
+// and the last double quote; "en_US" for an empty line; the whole line, its line feed included,
+// when it has no double quote (such a name opens no file, and the fallback decides); what follows
+// the quote when there is just one.
 std::string LocaleNameFromLine(const std::string &line);
 
 // Fills `table` with the file of `locale_name` in its directory or with the one file it falls back

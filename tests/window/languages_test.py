@@ -209,8 +209,8 @@ def test_the_duplicates_message_is_the_same_in_every_language(start, device):
 
 @pytest.mark.parametrize("locale", ["ja_JP.UTF-8", "de_DE.UTF-8", "zh_CN", "fr_FR.ISO-8859-1"])
 def test_a_locale_that_is_not_installed_is_readable(start, device, locale):
-    """Its table is found, but what is not ASCII in it belongs to no charset then: the English text
-    stands in for each text that cannot be shown. The toolkit warns of the locale."""
+    """Its table is found, but what is not ASCII in it cannot be shown then: the English text takes the
+    place of each such text. The toolkit warns of the locale."""
     device.install_languages()
     app = start(locale=locale, env={"LOCPATH": "/nowhere"}, fatal_warnings=False, wait=False)
     written, english = read_texts(language_of(locale)), read_texts("en_US")

@@ -22,9 +22,9 @@ Fixtures (../conftest.py):
   desktop_with(manager=, size=, font=)
                 another one, made once for each kind: manager "openbox", "metacity" or None
 
-A test fails when its program says a warning or critical of the toolkit, when a sanitizer reports,
-and when a signal ends it (wait_crash() takes one that is meant). A failed test tells what was to be
-seen and what the program printed, and leaves a picture.
+A test fails when the toolkit prints a warning or a critical, when a sanitizer reports something, and
+when a signal ends the program (wait_crash() is for one that is meant). A failed test tells what was
+to be seen and what the program printed, and leaves a picture.
 
 App finds things in the window in use (the active one): entry, combo, button, radio, label, page,
 table, focused. A Window, Message or dialog has the same for itself: app.dialog("Edit Group")
