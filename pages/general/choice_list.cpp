@@ -1,6 +1,7 @@
 // The rows under the page's combo boxes.
 #include "pages/general/choice_list.h"
 
+#include "pages/general/typed_duration.h"
 #include "text/shown_text.h"
 
 namespace {
@@ -47,14 +48,13 @@ bool SelectNumber(GtkWidget *combo, int number) {
   return more == TRUE;
 }
 
-std::optional<int> FindNumber(GtkListStore *store,
-                              const std::function<bool(const char *text, int number)> &is_wanted) {
+std::optional<int> NumberNamed(GtkListStore *store, const std::string &typed) {
   GtkTreeModel *rows = GTK_TREE_MODEL(store);
   GtkTreeIter row;
   for (gboolean more = gtk_tree_model_get_iter_first(rows, &row); more == TRUE;
        more = gtk_tree_model_iter_next(rows, &row)) {
     const int number = NumberAt(rows, &row);
-    if (is_wanted(TextAt(rows, &row).OrEmpty(), number)) {
+    if (NamesRow(typed, TextAt(rows, &row).OrEmpty(), number)) {
       return number;
     }
   }

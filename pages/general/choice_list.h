@@ -3,7 +3,6 @@
 
 #include <gtk/gtk.h>
 
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -22,9 +21,8 @@ void AppendChoice(GtkListStore *store, int number, const std::string &text);
 // False, with nothing changed, when there is none.
 bool SelectNumber(GtkWidget *combo, int number);
 
-// The number of the first row that `is_wanted` accepts, by its text and its number.
-std::optional<int> FindNumber(GtkListStore *store,
-                              const std::function<bool(const char *text, int number)> &is_wanted);
+// The number of the first row that `typed` names (see NamesRow).
+std::optional<int> NumberNamed(GtkListStore *store, const std::string &typed);
 
 // The active row's number in decimal; null when no row is active.
 HeapText ActiveNumber(GtkWidget *combo);

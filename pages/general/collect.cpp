@@ -5,7 +5,6 @@
 
 #include "pages/busy.h"
 #include "pages/filled_entry.h"
-#include "pages/general/choice_list.h"
 #include "pages/general/gateway.h"
 #include "pages/general/general_page.h"
 #include "settings/agent_settings.h"

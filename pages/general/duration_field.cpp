@@ -49,9 +49,7 @@ bool Check(DurationField &field) {
     }
     return can_replace;
   }
-  const auto minutes = FindNumber(field.store, [&typed](const char *row_text, int row_number) {
-    return NamesRow(typed, row_text, row_number);
-  });
+  const auto minutes = NumberNamed(field.store, typed);
   if (!minutes.has_value()) {
     return TakeNumber(field, text);
   }

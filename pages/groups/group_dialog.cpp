@@ -9,6 +9,7 @@
 
 #include "pages/filled_entry.h"
 #include "pages/groups/group_list.h"
+#include "pages/groups/group_names.h"
 #include "pages/groups/group_rules.h"
 #include "pages/guarded_entry.h"
 #include "pages/ok_button.h"

@@ -1,11 +1,10 @@
-// What the Groups page and its dialog decide: which groups count, what a typed name stands for and
-// what is refused. Plain functions of plain values; texts are bytes of any encoding that keeps
-// ASCII as it is, normally UTF-8.
+// What the Groups page and its dialog decide: which groups count, and which input is refused. Plain
+// functions of plain values; texts are bytes of any encoding that keeps ASCII as it is, normally
+// UTF-8.
 #pragma once
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "pages/groups/groups_value.h"
@@ -13,23 +12,6 @@
 // Whether the setting asks for the groups of the DHCP tag: every number but zero does, and so does
 // an absent (null) or empty setting. A text that does not begin with a number counts as zero.
 bool WantsDhcpGroups(const char *setting);
-
-// Turns a to z into A to Z, byte by byte; every other byte stays.
-void ToUpperAscii(std::string &text);
-
-// The typed name without blanks around it, in upper case.
-std::string UpperName(std::string_view typed);
-
-// The name under which a group of that upper-case name is listed: the manual group's own for its
-// spellings "MG" and "MANUAL GROUP", otherwise the name itself.
-std::string RowName(const std::string &upper_name);
-
-// The first row of exactly that name.
-std::optional<std::size_t> FindRow(const std::vector<GroupRow> &rows, const std::string &name);
-
-// The names that the dialog offers: the seven well-known ones, then the names of the rows that are
-// not among these.
-std::vector<std::string> NameChoices(const std::vector<GroupRow> &rows);
 
 enum class GroupFault {
   kNone,

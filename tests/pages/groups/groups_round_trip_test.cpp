@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "pages/groups/group_names.h"
 #include "pages/groups/group_rules.h"
 #include "pages/groups/groups_value.h"
 #include "tests/pages/groups/group_row_matchers.h"
