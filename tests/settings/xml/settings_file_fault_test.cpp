@@ -1,4 +1,5 @@
 // The settings file when a system call fails.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/fsuid.h>
 #include <sys/mman.h>
@@ -96,7 +97,7 @@ TEST_P(SaveFault, GivesMinusOneAndKeepsTheDocument) {
 
 INSTANTIATE_TEST_SUITE_P(
     EachStep, SaveFault,
-    testing::Values(Fault{"openat", SCMP_SYS(openat), EROFS, {}},
+    testing::Values(Fault{"openat", SCMP_SYS(openat), EROFS, {FlagsHold(2, O_CLOEXEC)}},
                     Fault{"ftruncate", SCMP_SYS(ftruncate), EIO, {}},
                     Fault{"fallocate", SCMP_SYS(fallocate), ENOSPC, {}}, kMmapFails, kCloseFails,
                     Fault{"msync", SCMP_SYS(msync), EIO, {FlagsHold(2, MS_SYNC)}},
@@ -116,11 +117,11 @@ TEST_P(LoadFault, GivesMinusOneAndKeepsTheDocumentBefore) {
   EXPECT_STREQ(SimpleXmlParserGet("/a"), "before");
 }
 
-INSTANTIATE_TEST_SUITE_P(EachStep, LoadFault,
-                         testing::Values(Fault{"openat", SCMP_SYS(openat), EACCES, {}},
-                                         Fault{"fstat", SCMP_SYS(newfstatat), EIO, {}}, kMmapFails,
-                                         kCloseFails),
-                         testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(
+    EachStep, LoadFault,
+    testing::Values(Fault{"openat", SCMP_SYS(openat), EACCES, {FlagsHold(2, O_CLOEXEC)}},
+                    Fault{"fstat", SCMP_SYS(newfstatat), EIO, {}}, kMmapFails, kCloseFails),
+    testing::PrintToStringParamName());
 
 TEST_F(FaultTest, LoadingGivesMinusOneWithTheNewDocumentWhenUnmappingFails) {
   const Fault fault = {"munmap", SCMP_SYS(munmap), EINVAL, {Is(1, sizeof kSource - 1)}};
@@ -135,7 +136,10 @@ TEST_P(EnsureFault, GivesMinusOne) {
 
 INSTANTIATE_TEST_SUITE_P(EachStep, EnsureFault,
                          testing::Values(Fault{"mkdir", SCMP_SYS(mkdir), EACCES, {}},
-                                         Fault{"openat", SCMP_SYS(openat), EACCES, {}},
+                                         Fault{"openat",
+                                               SCMP_SYS(openat),
+                                               EACCES,
+                                               {FlagsHold(2, O_CREAT | O_DSYNC | O_CLOEXEC)}},
                                          Fault{"write", SCMP_SYS(write), ENOSPC, {Is(2, 247)}},
                                          Fault{"write_of_none", SCMP_SYS(write), 0, {Is(2, 247)}},
                                          kCloseFails),
@@ -144,6 +148,12 @@ INSTANTIATE_TEST_SUITE_P(EachStep, EnsureFault,
 TEST_F(FaultTest, ADirectoryThatCannotBeLookedAtCannotBeMadeEither) {
   const Fault fault = {"stat", SCMP_SYS(newfstatat), EIO, {}};
   EXPECT_EQ(WithFault(fault, [this] { return EnsureSettingsFile(path_.c_str()); }), -1);
+}
+
+TEST_F(FaultTest, AnExistingFileThatCannotBeOpenedCannotBeMadeEither) {
+  const Fault fault = {"openat", SCMP_SYS(openat), EACCES, {FlagsHold(2, O_CLOEXEC)}};
+  EXPECT_EQ(WithFault(fault, [this] { return EnsureSettingsFile(path_.c_str()); }), -1);
+  EXPECT_EQ(directory_.Read("settings.xml"), kSource);
 }
 
 TEST_F(FaultTest, AnExistingFileIsThereEvenIfClosingItFails) {

@@ -42,6 +42,16 @@ TEST_F(FullDisk, ADocumentThatDoesNotFitGivesMinusOneAndNoSignal) {
   EXPECT_EQ(SaveSettingsFile(1), 0);
 }
 
+TEST_F(FullDisk, ADocumentMayFillTheDisk) {
+  std::ofstream(kPath) << "<a/>";
+  ASSERT_EQ(LoadSettingsFile(kPath), 0);
+  const std::string value(8192 - strlen("<a></a>\n"), 'x');
+  SimpleXmlParserSet("/a", strdup(value.c_str()));
+  EXPECT_EQ(SaveSettingsFile(1), 0);
+  ASSERT_EQ(LoadSettingsFile(kPath), 0);
+  EXPECT_EQ(SimpleXmlParserGet("/a"), value);
+}
+
 TEST_F(FullDisk, TheDefaultDocumentCannotBeWritten) {
   FillTheDisk();
   EXPECT_EQ(EnsureSettingsFile(kPath), -1);

@@ -213,9 +213,12 @@ TEST_F(LoadFile, FailsForAnEmptyFile) {
   EXPECT_EQ(Load(""), -1);
 }
 
+// The file is a hole, which uses no disk. It is not XML, so that only its beginning is read.
 TEST_F(LoadFile, FailsForAFileThatIsTooLargeToCount) {
-  const std::string path = directory_.Write("settings.xml", "<a/>");
-  std::filesystem::resize_file(path, std::uintmax_t{INT32_MAX} + 1);  // a hole, no disk is used
+  const std::string path = directory_.Write("settings.xml", ">");
+  std::filesystem::resize_file(path, INT32_MAX);
+  EXPECT_EQ(LoadSettingsFile(path.c_str()), 0);
+  std::filesystem::resize_file(path, std::uintmax_t{INT32_MAX} + 1);
   EXPECT_EQ(LoadSettingsFile(path.c_str()), -1);
 }
 
@@ -407,6 +410,15 @@ TEST_F(Save, EncodesItAfterWhiteSpaceToo) {
   }
 }
 
+TEST_F(Save, EncodesNothingElse) {
+  for (const char first : {'x', '=', '/', '-', '?', '#', ';', '\v', '\xff'}) {
+    const std::string text = std::string(1, first) + " > \" '";
+    ASSERT_EQ(Load("<a>" + text + "</a>"), 0);
+    EXPECT_EQ(SaveSettingsFile(1), 0);
+    EXPECT_EQ(Content(), "<a>" + text + "</a>\n");
+  }
+}
+
 TEST_F(Save, WritesADocumentOfManyPages) {
   ASSERT_EQ(Load("<a/>"), 0);
   Set("/a", std::string(100000, 'x').c_str());
@@ -456,6 +468,23 @@ TEST_F(Save, NeverCreatesTheFile) {
   EXPECT_EQ(SaveSettingsFile(1), -1);
   EXPECT_FALSE(std::filesystem::exists(directory_.Path("settings.xml")));
   EXPECT_EQ(Get("/a"), "x");
+}
+
+// A process without standard input opens its files as descriptor 0.
+TEST_F(Save, TakesDescriptorZeroLikeAnyOther) {
+  const std::string path = directory_.Path("settings.xml");
+  const int standard_input = dup(STDIN_FILENO);
+  close(STDIN_FILENO);
+  EXPECT_EQ(EnsureSettingsFile(path.c_str()), 0);
+  EXPECT_EQ(Content(), kDefaultDocument);
+  EXPECT_EQ(EnsureSettingsFile(path.c_str()), 0);
+  EXPECT_EQ(LoadSettingsFile(path.c_str()), 0);
+  Set("/Agent/LogLevel", "3");
+  EXPECT_EQ(SaveSettingsFile(1), 0);
+  EXPECT_EQ(LoadSettingsFile(path.c_str()), 0);
+  EXPECT_EQ(Get("/Agent/LogLevel"), "3");
+  dup2(standard_input, STDIN_FILENO);
+  close(standard_input);
 }
 
 // In a process of its own, where nothing has been loaded yet.

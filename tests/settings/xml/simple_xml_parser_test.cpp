@@ -149,6 +149,15 @@ TEST(Parser, GivesTheCodeOfTheError) {
   }
 }
 
+TEST(Parser, StopsAtTheFirstError) {
+  EXPECT_EQ(Parsed("<a ='"), "error 7");
+  EXPECT_EQ(Parsed("<a x=='"), "error 7");
+  EXPECT_EQ(Parsed("<a>>'"), "error 7");
+  EXPECT_EQ(Parsed("<>'"), "error 3");
+  EXPECT_EQ(Parsed("<a></>'"), "error 4");
+  EXPECT_EQ(Parsed("</a>'"), "error 6");
+}
+
 TEST(Parser, TheTextMayEndAnywhere) {
   const struct {
     const char *text;
@@ -257,6 +266,7 @@ TEST_F(ElementParser, GivesOneForAnElementThatWasCompleted) {
   EXPECT_EQ(xml_.position, 12);
   EXPECT_EQ(xml_.error, 0);
   EXPECT_EQ(xml_.end_tag, nullptr);
+  EXPECT_EQ(xml_.end_tag_length, 0);
 }
 
 TEST_F(ElementParser, GivesOneForAnEmptyTagAndStandsInTheContentAroundIt) {
@@ -271,6 +281,13 @@ TEST_F(ElementParser, LeavesAnEndTagOfAnElementAroundItPending) {
   EXPECT_EQ(SimpleParseXMLElement(&xml_, element_), 1);
   EXPECT_EQ(std::string(xml_.end_tag, static_cast<std::size_t>(xml_.end_tag_length)), "outer");
   EXPECT_EQ(xml_.error, 0);
+}
+
+TEST_F(ElementParser, GivesZeroAndTheCodeAtAnEndTagThatTheRootCannotClose) {
+  Start("text</a>");
+  xml_.inside_content = true;
+  EXPECT_EQ(SimpleParseXMLElement(&xml_, tree_.get()), 0);
+  EXPECT_EQ(xml_.error, 6);
 }
 
 TEST_F(ElementParser, GivesZeroAtTheEndOfTheText) {
@@ -321,6 +338,7 @@ TEST_F(ElementParser, StartsInContentWhenTheFlagIsSet) {
   EXPECT_EQ(SimpleParseXMLElement(&xml_, element_), 1);
   EXPECT_EQ(Outline(element_), "a{[text] b{}}");
   EXPECT_EQ(xml_.start_tag, nullptr);
+  EXPECT_EQ(xml_.start_tag_length, 0);
 }
 
 TEST(ParserDeathTest, NamesTheParameterAtFault) {
