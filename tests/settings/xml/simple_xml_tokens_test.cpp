@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 
 #include "tests/settings/xml/xml_support.h"
@@ -72,6 +73,20 @@ TEST(Tokens, AQuoteThatIsNotClosedIsTheEndAndAnError) {
   EXPECT_EQ(Tokens("a \"b"), "0:a 8 error 5");
   EXPECT_EQ(Tokens("'b\""), "8 error 5");
   EXPECT_EQ(Tokens("\""), "8 error 5");
+}
+
+TEST(Tokens, TheReadPositionStaysAtTheEnd) {
+  for (const char *text : {"ab", "a 'b", "  "}) {
+    SimpleXML xml{};
+    xml.xml = text;
+    xml.length = static_cast<int32_t>(std::strlen(text));
+    Token token;
+    do {
+      token = ReadToken(&xml);
+    } while (token.kind != TokenKind::kEnd);
+    EXPECT_EQ(xml.position, 2) << text;
+    EXPECT_EQ(token.begin, 2) << text;
+  }
 }
 
 TEST(Tokens, AnOpeningNeedsNoSpaceAfterIt) {

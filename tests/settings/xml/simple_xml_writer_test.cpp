@@ -47,6 +47,9 @@ TEST(Writer, AnAttributeAddedAfterATextIsWrittenInTheTag) {
 TEST(Writer, SkipsAttributesWithAnEmptyNameAndEmptyValues) {
   EXPECT_EQ(Compact("<?p x ?>t</p>"), "<p x>t</p>");
   EXPECT_EQ(Compact("<?p x=?>t</p>"), "<p x>t</p>");
+  const XmlTree tree = Parse("<?p x ?>");
+  SimpleAddAttribute(Top(tree), SimpleStrdup("y", 0), nullptr, 5);
+  EXPECT_EQ(Written(tree.get(), 0), "<p x y/>");
 }
 
 TEST(Writer, AnInstructionIsWrittenAsAnElement) {
