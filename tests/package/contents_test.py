@@ -29,8 +29,9 @@ DATA = {
 }
 TEXTS = {f"{TABLES}/en_US.prop"} | {f"{TABLES}/{locale}{charset}.prop"
                                     for locale in LANGUAGES.values() for charset in ("", ".UTF-8")}
-# The other spelling of UTF-8 in a locale's name.
-LINKS = {f"{TABLES}/{locale}.utf8.prop": f"{locale}.UTF-8.prop" for locale in LANGUAGES.values()}
+# The other spellings of UTF-8 in a locale's name.
+LINKS = {f"{TABLES}/{locale}.{charset}.prop": f"{locale}.UTF-8.prop"
+         for locale in LANGUAGES.values() for charset in ("UTF8", "utf8", "utf-8")}
 
 
 def finds_nothing(*command, **options):

@@ -44,9 +44,10 @@ def test_saves(start, device):
     assert device.registry.committed()["BackupGateway"] == b"10.0.0.1"
 
 
-def test_reads_its_own_string_tables(start):
+@pytest.mark.parametrize("locale", ["de_DE.UTF-8", "de_DE.UTF8", "de_DE.utf8", "de_DE.utf-8"])
+def test_reads_its_own_string_tables_however_the_locale_is_spelled(start, locale):
     locales = debian_package.BUILD / "tests/translations/locales"
-    app = start(locale="de_DE.UTF-8", env={"LOCPATH": str(locales)}, title="Agent-Konfiguration")
+    app = start(locale=locale, env={"LOCPATH": str(locales)}, title="Agent-Konfiguration")
     assert app.button("Abbrechen").showing
 
 
