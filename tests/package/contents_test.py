@@ -146,12 +146,25 @@ def test_carries_its_licence():
 
 def test_building_left_nothing_among_the_sources():
     left = {path.name for path in (ROOT / "debian").iterdir()}
-    assert left == {"changelog", "control", "copyright", "rules", "source"}
+    assert left == {"changelog", "control", "copyright", "rules", "source", "tests"}
     assert not list(ROOT.glob("obj-*"))
 
 
-def test_the_product_lines_own_data_are_built_in_on_demand():
-    command = ["make", "-n", "-f", "debian/rules", "override_dh_auto_configure"]
-    told = subprocess.run(command, cwd=ROOT, check=True, stdout=subprocess.PIPE,
-                          env={**os.environ, "PRODUCT_DATA": "/product/data"}).stdout.decode()
-    assert "-DPRODUCT_DATA=/product/data" in told
+def test_the_product_lines_own_data_are_built_in_on_demand(tmp_path):
+    configure = tmp_path / "dh_auto_configure"
+    configure.write_text("#!/bin/sh\nprintf '%s\\n' \"$@\"\n")
+    configure.chmod(0o755)
+    told = subprocess.run(
+        ["make", "--silent", "-f", "debian/rules", "override_dh_auto_configure"], cwd=ROOT, check=True,
+        stdout=subprocess.PIPE, text=True,
+        env={**os.environ, "PATH": f"{tmp_path}:/usr/bin:/bin", "PRODUCT_DATA": "/our product's/data"})
+    assert "-DPRODUCT_DATA=/our product's/data" in told.stdout.splitlines()
+
+
+def test_two_builds_make_the_same_packages():
+    first, again = (debian_package.BUILD / directory for directory in ("package", "package-again"))
+    version = os.environ["KORV_VERSION"]
+    packages = [path.name for path in first.glob(f"{NAME}*_{version}*") if path.suffix in (".deb", ".xz")]
+    assert len(packages) == 3
+    for package in packages:
+        assert (first / package).read_bytes() == (again / package).read_bytes(), package

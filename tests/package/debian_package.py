@@ -13,7 +13,7 @@ DESKTOP_ENTRY = f"usr/share/applications/{ID}.desktop"
 
 
 def path():
-    package, = BUILD.glob(f"package/{NAME}_*.deb")
+    package, = BUILD.glob(f"package/{NAME}_{os.environ['KORV_VERSION']}_*.deb")
     return package
 
 
