@@ -1,4 +1,4 @@
-// The names of groups.
+// The names of groups: what a typed one stands for, and which ones are offered.
 #include "pages/groups/group_names.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// What the Groups page and its dialog decide: names, choices, refusals.
+// What the Groups page and its dialog decide: which groups count, and what is refused.
 #include "pages/groups/group_rules.h"
 
 #include <gtest/gtest.h>
