@@ -6,8 +6,10 @@ import signal
 
 import pytest
 from device_calls import written
+from general import CURRENT_FAULT
 from gi.repository import Gio, GLib
 
+from harness.accessibility import Role
 from harness.waiting import wait_for
 
 BEGUN, GATE = "/run/begun", "/run/gate"
@@ -78,19 +80,35 @@ def press_later(bus, node):
     connection.call(node.accessible.app.bus_name, node.accessible.path, "org.a11y.atspi.Action",
                     "DoAction", GLib.Variant("(i)", (0,)), None, Gio.DBusCallFlags.NONE, -1, None)
     connection.flush_sync(None)
-    return connection  # the call ends with it
+    return connection  # with which the call would end
 
 
-def meddle(app, bus, ok, box):
-    """Everything that an impatient person does."""
-    keyboard = app.desktop.keyboard
-    for key in ("Return", "space", "Escape", "Tab", "1"):
-        keyboard.press(key)
+def middle(box):
     x, y, width, height = box
-    screen_width, screen_height = app.desktop.size
-    app.desktop.click_at(x + width // 2, y + height // 2)
-    app.desktop.click_at(screen_width // 2, screen_height // 2)
-    return press_later(bus, ok)
+    return x + width // 2, y + height // 2
+
+
+class Meddler:
+    """Someone who does not want to wait. All places are looked up before the program stands still."""
+
+    def __init__(self, app, bus):
+        self.app = app
+        self.bus = bus
+        self.ok = app.button("OK")
+        tab = next(tab for tab in app.active.find(Role.PAGE_TAB) if tab.name == "Groups")
+        self.places = [middle(node.box) for node in (tab, self.ok, app.button("Cancel"))]
+        width, height = app.desktop.size
+        self.places.append((width // 2, height // 2))  # where messages stand
+
+    def press_ok_later(self):
+        self.call = press_later(self.bus, self.ok)
+
+    def meddle(self):
+        for key in ("Tab", "Return", "space", "Escape"):  # from OK to Cancel, and press it
+            self.app.desktop.keyboard.press(key)
+        for place in self.places:
+            self.app.desktop.click_at(*place)
+        self.press_ok_later()
 
 
 @pytest.fixture
@@ -99,57 +117,75 @@ def xfixes(desktop):
 
 
 def expect_watch(app, entry, label, before):
-    over_entry, over_label = (pointer(app, box, settle=False) for box in (entry, label))
-    assert over_entry == over_label, "one pointer over all of the window"
-    assert over_entry not in before, "and not the one that is there at other times"
-    return over_entry
+    """Waits for one pointer over all of the window that is not there at other times; returns it."""
+    def watch():
+        over_entry, over_label = (pointer(app, box, settle=False) for box in (entry, label))
+        return over_entry if over_entry == over_label and over_entry not in before else None
+    return wait_for(watch, "the watch")
 
 
 def test_writing_shows_the_watch_and_drops_input(start, device, bus, desktop, held_commit, xfixes):
     app = start()
-    entry, label = app.entry("Backup Gateway").box, app.label("Backup Gateway").box
+    field = app.entry("Backup Gateway")
+    entry, label = field.box, app.label("Backup Gateway").box
     before = [pointer(app, entry), pointer(app, label)]
     assert before[0] != before[1], "an entry has a pointer of its own"
-    ok = app.button("OK")
-    box = ok.box
-    ok.click(settle=False)
+    meddler = Meddler(app, bus)
+    app.button("OK").click(settle=False)
     held_commit.wait()
     watch = expect_watch(app, entry, label, before)
-    call = meddle(app, bus, ok, box)
+    meddler.meddle()
     held_commit.release()
 
     hint = app.message()
     app.settled()
     assert hint.showing and hint.text == "Warning"
+    assert field.showing, "its page was not turned"
     assert watch not in (pointer(app, entry), pointer(app, label))
     hint.close()
     assert app.wait_exit() == 0
     assert len(written(device)) == 15, "OK was at work once"
-    call.close_sync(None)
 
 
 def test_a_look_up_shows_the_watch_and_drops_input(start, device, bus, desktop, held_lookup, xfixes):
     app = start()
     app.entry("Current Gateway").fill("slow.example")
-    entry, label = app.entry("Backup Gateway").box, app.label("Backup Gateway").box
+    field = app.entry("Backup Gateway")
+    entry, label = field.box, app.label("Backup Gateway").box
     before = [pointer(app, entry), pointer(app, label)]
-    ok = app.button("OK")
-    box = ok.box
+    meddler = Meddler(app, bus)
     held_lookup.begin()
-    ok.click(settle=False)
+    app.button("OK").click(settle=False)
     held_lookup.wait()
     expect_watch(app, entry, label, before)
-    call = meddle(app, bus, ok, box)
+    meddler.meddle()
     held_lookup.release()
 
     hint = app.message()
     app.settled()
     assert hint.showing and hint.text == "Warning"
+    assert field.showing, "its page was not turned"
     hint.close()
     assert app.wait_exit() == 0
     assert len(written(device)) == 15, "OK was at work once"
-    assert os.fsdecode(device.registry.committed()["BackupGateway"]) == "", "no 1 typed into it"
-    call.close_sync(None)
+
+
+def test_what_is_typed_during_a_look_up_does_not_close_its_message(start, device, bus, held_lookup):
+    app = start()
+    app.entry("Current Gateway").fill("no-such-host")
+    meddler = Meddler(app, bus)
+    held_lookup.begin()
+    app.button("OK").click(settle=False)
+    held_lookup.wait()
+    meddler.meddle()
+    held_lookup.release()
+
+    message = app.message()
+    app.settled()
+    assert message.showing and message.text == CURRENT_FAULT
+    message.close()
+    app.no_message()
+    assert app.running and written(device) == []
 
 
 def test_the_window_can_be_closed_during_a_look_up(start, device, desktop, held_lookup):
