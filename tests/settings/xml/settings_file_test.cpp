@@ -476,11 +476,10 @@ TEST_F(Save, TakesDescriptorZeroLikeAnyOther) {
   const int standard_input = dup(STDIN_FILENO);
   close(STDIN_FILENO);
   EXPECT_EQ(EnsureSettingsFile(path.c_str()), 0);
-  EXPECT_EQ(Content(), kDefaultDocument);
-  EXPECT_EQ(EnsureSettingsFile(path.c_str()), 0);
   EXPECT_EQ(LoadSettingsFile(path.c_str()), 0);
   Set("/Agent/LogLevel", "3");
   EXPECT_EQ(SaveSettingsFile(1), 0);
+  EXPECT_EQ(EnsureSettingsFile(path.c_str()), 0);
   EXPECT_EQ(LoadSettingsFile(path.c_str()), 0);
   EXPECT_EQ(Get("/Agent/LogLevel"), "3");
   dup2(standard_input, STDIN_FILENO);

@@ -129,6 +129,7 @@ TEST(WriterDeathTest, NamesTheParameterAtFault) {
   EXPECT_STOPS(SimpleCreateXMLString(tree.get(), 1, &size), "size != 0");
   EXPECT_STOPS(SimpleCreateXMLString(nullptr, 1, &size), "element");
   EXPECT_STOPS(SimpleCreateXMLString(tree.get(), 1, nullptr), "size");
+  EXPECT_STOPS(SimpleCreateXMLStringR(nullptr, nullptr, 0), "element");
   EXPECT_STOPS(SimpleCreateXMLStringR(tree.get(), nullptr, -2), "indent >= -1");
 }
 
