@@ -51,6 +51,7 @@ gboolean OnOkClicked() {
   const bool is_saved = SaveAll();
   is_at_work = false;
   if (is_saved) {
+    EndSaving();  // a dialog that is still open keeps the window for a while
     gtk_main_quit();
   }
   return is_saved ? TRUE : FALSE;

@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr gint64 kLongestDrop = G_USEC_PER_SEC;
-
 // Invisible, over the whole window. The X server would not know it otherwise, and the toolkit would
 // show its pointer only once the main loop runs again: so it is made a window of the server and
 // gets its pointer there.
@@ -26,46 +24,45 @@ GdkWindow *NewCover(GdkWindow *window) {
   return cover;
 }
 
-void HandleUnlessInput(GdkEvent *event, gpointer) {
+bool IsInput(const GdkEvent *event) {
   switch (event->type) {
     case GDK_KEY_PRESS:
-    case GDK_KEY_RELEASE:
     case GDK_BUTTON_PRESS:
     case GDK_2BUTTON_PRESS:
     case GDK_3BUTTON_PRESS:
-    case GDK_BUTTON_RELEASE:
     case GDK_SCROLL:
-      break;
+      return true;
     default:
-      gtk_main_do_event(event);
+      return false;  // a release may end what a press began before
   }
 }
 
-void HandleAnyEvent(GdkEvent *event, gpointer) {
-  gtk_main_do_event(event);
-}
-
-// With a time limit: what the main loop finds to do, with a slow refresh for example, may never
-// end.
+// Not by letting the main loop run: a refresh or an assistive tool would have its turn then, and
+// could open a dialog in the middle of this.
 void DropInput() {
-  const gint64 end = g_get_monotonic_time() + kLongestDrop;
-  gdk_event_handler_set(HandleUnlessInput, nullptr, nullptr);
-  while (gtk_events_pending() == TRUE && g_get_monotonic_time() < end) {
-    gtk_main_iteration_do(FALSE);
+  while (GdkEvent *event = gdk_event_get()) {
+    if (!IsInput(event)) {
+      gtk_main_do_event(event);
+    }
+    gdk_event_free(event);
   }
-  gdk_event_handler_set(HandleAnyEvent, nullptr, nullptr);
 }
 
 }  // namespace
 
-Busy::Busy(GtkWidget *inside)
-    : cover_(NewCover(gtk_widget_get_window(gtk_widget_get_toplevel(inside)))) {
+// Other programs can destroy the window at any time: what the server refuses is passed over.
+Busy::Busy(GtkWidget *inside) {
+  gdk_error_trap_push();
+  cover_ = NewCover(gtk_widget_get_window(gtk_widget_get_toplevel(inside)));
   gdk_display_sync(gdk_window_get_display(cover_));
+  gdk_error_trap_pop();
 }
 
 Busy::~Busy() {
   GdkDisplay *display = gdk_window_get_display(cover_);
+  gdk_error_trap_push();
   gdk_window_destroy(cover_);
-  gdk_display_sync(display);  // everything typed until now has arrived
+  gdk_display_sync(display);  // all that was typed until now has arrived
+  gdk_error_trap_pop();
   DropInput();
 }

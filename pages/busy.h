@@ -5,8 +5,8 @@
 
 // While one of these lives, the pointer over the window is the watch. At its end everything that
 // was typed and clicked in the meantime is dropped, so that it reaches neither the window nor the
-// next message. All other events of that time are then handled, for up to a second: the window can
-// be closed, and a button that an assistive tool has pressed is pressed.
+// next message. All other events of the X server are then handled, so the window can be closed; its
+// widgets may be gone afterwards. Timers and assistive tools wait until the main loop runs again.
 //
 // The pointer is that of a window made on the X server, because the toolkit would show another
 // pointer only once its main loop runs again.

@@ -72,7 +72,7 @@ bool Fits(GtkWidget *label, const GtkRequisition &room) {
 
 }  // namespace
 
-void ShowWithin(GtkWidget *page, GtkLabel *label, const char *text, const char *usual_text) {
+void ShowShortened(GtkWidget *page, GtkLabel *label, const char *text, const char *usual_text) {
   GtkWidget *widget = GTK_WIDGET(label);
   gtk_label_set_text(label, usual_text);
   const GtkRequisition room = RoomFor(widget, page);

@@ -50,7 +50,7 @@ bool IsValid(ComboKind kind) {
 }
 
 bool TakeDuration(const DurationField &field, ComboKind kind) {
-  HeapText &setting = agent_settings[field.kind.setting];
+  HeapText &setting = agent_settings[field.traits.setting];
   setting = ReadComboValue(field.combo, field.store, kind);
   return static_cast<bool>(setting);
 }

@@ -9,7 +9,7 @@
 enum ComboKind { kPullInterval = 0, kLogLevel = 1, kDelayScope = 2 };
 
 // Checks the typed text of a duration, which may show a message, and gives the active row's number
-// in decimal. Null when the text is not valid. `store` is the one under the combo box.
+// in decimal. Null when the text is not valid. The store is the combo box's own.
 HeapText ReadComboValue(GtkWidget *combo, GtkListStore *store, ComboKind kind);
 
 // Sets settings 1 to 5 to what the page shows. Returns 0, or 1 when a value was refused: the user

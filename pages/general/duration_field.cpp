@@ -19,20 +19,20 @@ bool Tell(const DurationField &field, const FieldMessage &message) {
 
 void SelectMinutes(const DurationField &field, GtkWidget *combo, int minutes) {
   if (!SelectNumber(combo, minutes)) {
-    AppendChoice(field.store, minutes, DurationText(field.kind.text_kind, minutes));
+    AppendChoice(field.store, minutes, DurationText(field.traits.text_kind, minutes));
     SelectNumber(combo, minutes);
   }
 }
 
 bool TakeNumber(DurationField &field, const std::string &text) {
-  const TypedDuration typed = field.kind.parse(text);
+  const TypedDuration typed = field.traits.parse(text);
   if (typed.fault == DurationFault::kNone) {
     Reselect(field, typed.minutes);
-    field.kind.move_on();
+    field.traits.move_on();
     return true;
   }
   const bool is_range = typed.fault == DurationFault::kRange;
-  if (Tell(field, is_range ? field.kind.range : field.kind.format)) {
+  if (Tell(field, is_range ? field.traits.range : field.traits.format)) {
     gtk_widget_grab_focus(GTK_WIDGET(field.entry));
   }
   return false;
@@ -43,9 +43,9 @@ bool Check(DurationField &field) {
   const std::string text = gtk_entry_get_text(field.entry);
   const std::string typed = TrimmedBlanks(text);
   if (typed.empty()) {
-    const bool can_replace = Tell(field, field.kind.empty);
+    const bool can_replace = Tell(field, field.traits.empty);
     if (can_replace) {
-      Reselect(field, field.kind.recommended);
+      Reselect(field, field.traits.recommended);
     }
     return can_replace;
   }
@@ -60,7 +60,7 @@ bool Check(DurationField &field) {
 }  // namespace
 
 void BuildRows(DurationField &field) {
-  BuildChoices(field.store, field.kind.rows);
+  BuildChoices(field.store, field.traits.rows);
 }
 
 void AddDurationCombo(DurationField &field, GtkWidget *column) {
@@ -73,8 +73,8 @@ void AddDurationCombo(DurationField &field, GtkWidget *column) {
 }
 
 void SelectStored(const DurationField &field, GtkWidget *combo) {
-  const char *setting = agent_settings[field.kind.setting].Get();
-  if (const auto minutes = StoredNumber(setting, field.kind.when_absent)) {
+  const char *setting = agent_settings[field.traits.setting].Get();
+  if (const auto minutes = StoredNumber(setting, field.traits.when_absent)) {
     SelectMinutes(field, combo, *minutes);
   }
 }
@@ -101,7 +101,7 @@ gboolean CheckOnLeaving(DurationField &field) {
 
 gboolean CheckRoom(const DurationField &field, const GdkEventKey *event) {
   const bool is_full = gtk_entry_get_text_length(field.entry) == kEntryLimit;
-  if (is_full && IsRefusedWhenFull(event) && Tell(field, field.kind.full)) {
+  if (is_full && IsRefusedWhenFull(event) && Tell(field, field.traits.full)) {
     FocusUnselected(GTK_WIDGET(field.entry));
   }
   return FALSE;

@@ -11,7 +11,7 @@
 #include "settings/agent_settings.h"
 
 // How one duration differs from the other. Numbers are minutes.
-struct DurationKind {
+struct DurationTraits {
   Setting setting;
   Choices rows;
   int when_absent;        // shown for an absent setting
@@ -24,7 +24,7 @@ struct DurationKind {
 
 // A field on a page.
 struct DurationField {
-  const DurationKind &kind;
+  const DurationTraits &traits;
   GtkWidget *combo = nullptr;
   GtkEntry *entry = nullptr;  // inside the combo
   GtkListStore *store = nullptr;

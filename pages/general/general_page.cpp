@@ -10,7 +10,7 @@
 #include "text/shown_text.h"
 
 // The fields of the page that are durations.
-const DurationKind kPullIntervalKind = {
+const DurationTraits kPullIntervalTraits = {
     Interval_min,
     kPullIntervals,
     1440,
@@ -27,7 +27,7 @@ const DurationKind kPullIntervalKind = {
     [] { gtk_widget_grab_focus(general_page.log_level); },
 };
 
-const DurationKind kDelayScopeKind = {
+const DurationTraits kDelayScopeTraits = {
     DelayScope_min,
     kDelayScopes,
     0,
@@ -159,7 +159,7 @@ void BuildGeneralPage(std::string_view agent_version) {
   GtkWidget *fields = AddColumn(row, 5);
   AddFields(fields);  // before the labels: each is tied to its field
   AddLabels(labels);
-  ShowWithin(general_page.box, version, ShowableBytes(agent_version).OrEmpty(), "5.2.1\n");
+  ShowShortened(general_page.box, version, ShowableBytes(agent_version).OrEmpty(), "5.2.1\n");
   gtk_widget_show(general_page.box);
 }
 

@@ -7,8 +7,8 @@
 
 #include "pages/general/duration_field.h"
 
-extern const DurationKind kPullIntervalKind;
-extern const DurationKind kDelayScopeKind;
+extern const DurationTraits kPullIntervalTraits;
+extern const DurationTraits kDelayScopeTraits;
 
 // The page's widgets, in the order of the screen; they are borrowed from their parents, the stores
 // are the page's own for the life of the program. All are null before the page is built. When it is
@@ -17,10 +17,10 @@ struct GeneralPage {
   GtkWidget *box = nullptr;
   GtkEntry *current_gateway = nullptr;
   GtkEntry *backup_gateway = nullptr;
-  DurationField pull_interval = {kPullIntervalKind};
+  DurationField pull_interval = {kPullIntervalTraits};
   GtkWidget *log_level = nullptr;  // combo box
   GtkListStore *log_level_store = nullptr;
-  DurationField delay_scope = {kDelayScopeKind};
+  DurationField delay_scope = {kDelayScopeTraits};
 };
 extern GeneralPage general_page;
 
@@ -32,7 +32,8 @@ void BuildGeneralPage(std::string_view agent_version);
 // The built page. The notebook that it is put into owns it.
 GtkWidget *GeneralPageWidget();
 
-// The functions of duration_field.h for each of the page's own fields.
+// The page's fields by their names: what duration_field.h, choice_list.h and log_level.h do, for
+// each of them.
 void BuildPullIntervalStore();
 void BuildLogLevelStore();
 void BuildDelayScopeStore();

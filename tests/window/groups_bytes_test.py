@@ -41,6 +41,15 @@ def test_a_new_name_keeps_the_value(app, device):
     assert saved(app, device) == os.fsdecode(b'NEW="\xe4c\xfe";A="1"')
 
 
+def test_a_new_name_keeps_a_value_that_is_too_long_to_be_shown(start, device):
+    value = "v" * 300
+    app = open_groups(start, device, f'A="{value}"')
+    dialog = edit(app, 0)
+    assert dialog.texts == ("A", value[:255])
+    dialog.fill(name="b").accept()
+    assert saved(app, device) == f'B="{value}"'
+
+
 def test_what_was_typed_into_counts_as_shown(app, device):
     dialog = edit(app, 0)
     app.key("End")
