@@ -11,6 +11,7 @@
 #include <cstring>
 #include <string>
 
+#include "settings/xml/entities.h"
 #include "settings/xml/simple_xml.h"
 
 namespace {
@@ -29,16 +30,6 @@ constexpr char kDefaultDocument[] =
     "</Agent>\n";
 constexpr size_t kDefaultDocumentSize = sizeof kDefaultDocument - 1;
 static_assert(kDefaultDocumentSize == 247);
-
-struct Entity {
-  const char *character;
-  const char *encoded;
-};
-
-// In this order, in both directions: the ampersand first.
-constexpr Entity kEntities[] = {
-    {"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"'", "&apos;"}, {"\"", "&quot;"},
-};
 
 SimpleXMLElement *document = nullptr;
 std::string file_path;  // empty before the first load
@@ -106,14 +97,6 @@ SimpleXMLText *FirstText(const SimpleXMLElement *element) {
   return nullptr;
 }
 
-// Replaces every occurrence. When there is one, `*text` is freed and set to the new text.
-void Replace(char **text, const char *find_text, const char *replace_text) {
-  if (char *replaced = strrep(*text, find_text, replace_text)) {
-    free(*text);
-    *text = replaced;
-  }
-}
-
 // Takes over `text`.
 void StoreText(SimpleXMLElement *element, char *text) {
   if (element->node_count == 0) {
@@ -126,34 +109,11 @@ void StoreText(SimpleXMLElement *element, char *text) {
   }
 }
 
-// The character at the beginning of `text` with which the parser would not begin a text: ">", alone
-// or in "/>", or a quote that is not closed. Null when the text begins otherwise.
-const char *MisplacedCharacter(const char *text) {
-  const char *first = text + strspn(text, "\t\n\r ");
-  if (first[0] == '/' && first[1] == '>') {
-    return first + 1;
-  }
-  const bool is_quote = *first == '"' || *first == '\'';
-  const bool is_misplaced = *first == '>' || (is_quote && strchr(first + 1, *first) == nullptr);
-  return is_misplaced ? first : nullptr;
-}
-
-// Decoding may have left a misplaced character; it is encoded again, everywhere in the text.
-void MakeReadable(SimpleXMLText *text) {
-  const char *misplaced = MisplacedCharacter(text->text);
-  const char character = misplaced == nullptr ? '\0' : *misplaced;
-  for (const Entity &entity : kEntities) {
-    if (*entity.character == character) {
-      Replace(&text->text, entity.character, entity.encoded);
-    }
-  }
-}
-
 void MakeTextsReadable(const SimpleXMLElement *element) {
   int32_t index = 0;
   while (const SimpleXMLNode *node = SimpleEnumNodes(element, &index)) {
     if (node->kind == kSimpleXMLTextNode) {
-      MakeReadable(node->object.text);
+      MakeTextReadable(&node->object.text->text);
     } else if (node->kind == kSimpleXMLElementNode) {
       MakeTextsReadable(node->object.element);
     }
@@ -237,9 +197,7 @@ const char *SimpleXmlParserGet(const char *path) {
   if (text == nullptr) {
     return nullptr;
   }
-  for (const Entity &entity : kEntities) {
-    Replace(&text->text, entity.encoded, entity.character);
-  }
+  DecodeEntities(&text->text);
   return text->text;
 }
 
@@ -252,9 +210,7 @@ void SimpleXmlParserSet(const char *path, char *value) {
     free(value);
     return;
   }
-  for (const Entity &entity : kEntities) {
-    Replace(&value, entity.character, entity.encoded);
-  }
+  EncodeEntities(&value);
   StoreText(element, value);
 }
 
