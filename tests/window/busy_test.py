@@ -28,7 +28,7 @@ def held_commit(device):
     device.write(device.bin / "regmux", f"""#!/bin/sh
 if [ "$1" = commit ]; then
   : > {BEGUN}
-  while [ ! -e {GATE} ]; do sleep 0.01; done
+  while [ -e {BEGUN} ] && [ ! -e {GATE} ]; do sleep 0.01; done  # not longer than the device lasts
 fi
 exec {device.client} "$@"
 """, 0o755)
