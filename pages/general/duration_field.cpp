@@ -7,6 +7,38 @@
 #include "pages/widgets.h"
 #include "text/trim_blanks.h"
 
+const DurationTraits kPullIntervalTraits = {
+    Interval_min,
+    kPullIntervals,
+    1440,
+    1440,
+    "interval",
+    ParseTypedInterval,
+    {"Msg_PageGeneral_Interval_Err1",
+     "The pull interval value is empty.\nSet interval using the recommended default value(1 day - "
+     "1440 minutes)"},
+    {"Msg_PageGeneral_Interval_Err3", "The input pull interval format is wrong."},
+    {"Msg_PageGeneral_Interval_Err2", "The pull interval should be a number between 0 and 10080."},
+    {"Msg_PageGeneral_Interval_Err4",
+     "The input pull interval value max size can not exceed 50 characters."},
+};
+
+const DurationTraits kDelayScopeTraits = {
+    DelayScope_min,
+    kDelayScopes,
+    0,
+    10,
+    "delayscope",
+    ParseTypedDelay,
+    {"Msg_PageGeneral_Delay_Err2",
+     "The delay scope value is empty.\nSet delay scope using the recommended default value(10 "
+     "minutes)"},
+    {"Msg_PageGeneral_Delay_Err4", "The input delay scope interval format is wrong."},
+    {"Msg_PageGeneral_Delay_Err3", "The delay scope should be a number between 0 and 60."},
+    {"Msg_PageGeneral_Delay_Err1",
+     "The input delay scope value max size can not exceed 50 characters."},
+};
+
 namespace {
 
 bool HasFocus(const DurationField &field) {
@@ -28,7 +60,7 @@ bool TakeNumber(DurationField &field, const std::string &text) {
   const TypedDuration typed = field.traits.parse(text);
   if (typed.fault == DurationFault::kNone) {
     Reselect(field, typed.minutes);
-    field.traits.move_on();
+    field.move_on();
     return true;
   }
   const bool is_range = typed.fault == DurationFault::kRange;

@@ -19,12 +19,15 @@ struct DurationTraits {
   const char *text_kind;  // for DurationText
   TypedDuration (*parse)(const std::string &entry_text);
   FieldMessage empty, format, range, full;
-  void (*move_on)();  // takes the focus to the next field once a typed number was accepted
 };
+
+extern const DurationTraits kPullIntervalTraits;
+extern const DurationTraits kDelayScopeTraits;
 
 // A field on a page.
 struct DurationField {
   const DurationTraits &traits;
+  void (*move_on)() = nullptr;  // to the next field, once a typed number was accepted
   GtkWidget *combo = nullptr;
   GtkEntry *entry = nullptr;  // inside the combo
   GtkListStore *store = nullptr;

@@ -9,41 +9,6 @@
 #include "pages/widgets.h"
 #include "text/shown_text.h"
 
-// The fields of the page that are durations.
-const DurationTraits kPullIntervalTraits = {
-    Interval_min,
-    kPullIntervals,
-    1440,
-    1440,
-    "interval",
-    ParseTypedInterval,
-    {"Msg_PageGeneral_Interval_Err1",
-     "The pull interval value is empty.\nSet interval using the recommended default value(1 day - "
-     "1440 minutes)"},
-    {"Msg_PageGeneral_Interval_Err3", "The input pull interval format is wrong."},
-    {"Msg_PageGeneral_Interval_Err2", "The pull interval should be a number between 0 and 10080."},
-    {"Msg_PageGeneral_Interval_Err4",
-     "The input pull interval value max size can not exceed 50 characters."},
-    [] { gtk_widget_grab_focus(general_page.log_level); },
-};
-
-const DurationTraits kDelayScopeTraits = {
-    DelayScope_min,
-    kDelayScopes,
-    0,
-    10,
-    "delayscope",
-    ParseTypedDelay,
-    {"Msg_PageGeneral_Delay_Err2",
-     "The delay scope value is empty.\nSet delay scope using the recommended default value(10 "
-     "minutes)"},
-    {"Msg_PageGeneral_Delay_Err4", "The input delay scope interval format is wrong."},
-    {"Msg_PageGeneral_Delay_Err3", "The delay scope should be a number between 0 and 60."},
-    {"Msg_PageGeneral_Delay_Err1",
-     "The input delay scope value max size can not exceed 50 characters."},
-    FocusOkButton,
-};
-
 GeneralPage general_page;
 
 namespace {
@@ -91,6 +56,10 @@ gboolean OnDelayScopeKey(gpointer, const GdkEventKey *event) {
   return CheckRoom(general_page.delay_scope, event);
 }
 
+void FocusLogLevel() {
+  gtk_widget_grab_focus(general_page.log_level);
+}
+
 void OnLogLevelChanged() {
   agent_settings[LogLevel] = ActiveNumber(general_page.log_level);
 }
@@ -102,10 +71,12 @@ struct DurationHandlers {
   gboolean (*on_focus)();
   gboolean (*on_key)(gpointer, const GdkEventKey *event);
   void (*on_activate)();
+  void (*move_on)();
 };
 
 // Signals are connected last, so that opening the window changes nothing.
 void AddDuration(GtkWidget *column, DurationField &field, const DurationHandlers &handlers) {
+  field.move_on = handlers.move_on;
   handlers.build_store();
   AddDurationCombo(field, column);
   handlers.select(field.combo);
@@ -130,11 +101,11 @@ void AddFields(GtkWidget *column) {
   page.backup_gateway = AddGateway(column, BackupGateway);
   AddDuration(column, page.pull_interval,
               {BuildPullIntervalStore, SelectPullInterval, OnPullIntervalFocus, OnPullIntervalKey,
-               ValidatePullInterval});
+               ValidatePullInterval, FocusLogLevel});
   page.log_level = AddLogLevel(column);
   AddDuration(column, page.delay_scope,
               {BuildDelayScopeStore, SelectDelayScope, OnDelayScopeFocus, OnDelayScopeKey,
-               ValidateDelayScope});
+               ValidateDelayScope, FocusOkButton});
 }
 
 void AddLabels(GtkWidget *column) {

@@ -7,9 +7,6 @@
 
 #include "pages/general/duration_field.h"
 
-extern const DurationTraits kPullIntervalTraits;
-extern const DurationTraits kDelayScopeTraits;
-
 // The page's widgets, in the order of the screen; they are borrowed from their parents, the stores
 // are the page's own for the life of the program. All are null before the page is built. When it is
 // destroyed `box` becomes null again, and the other widgets must not be used any more.
