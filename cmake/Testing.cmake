@@ -12,7 +12,7 @@ endif()
 get_filename_component(KORV_BUILD_NAME ${PROJECT_BINARY_DIR} NAME)
 
 set(KORV_TEST_ENVIRONMENT
-    "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
+    "LSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/lsan.supp':print_suppressions=0"
     "UBSAN_OPTIONS=print_stacktrace=1")
 
 # Sets `test` to the name of the CTest test of SUBJECT_test or SUBJECT_test.py.

@@ -158,7 +158,8 @@ def test_faults_are_cleared_all_at_once(device):
 
 def test_a_script_can_stand_in_for_the_client(device):
     device.write(device.bin / "regmux",
-                 f'#!/bin/sh\n[ "$1" = commit ] && exit 5\nexec {device.client} "$@"\n', 0o755)
+                 '#!/bin/sh\n[ "$1" = commit ] && exit 5\n'
+                 f"""exec '{device.client}' "$@"\n""", 0o755)
     assert regmux(device, "commit").status == 5
     assert regmux(device, "get", LEVEL).stdout == b"value 0\n"
     assert calls(device) == [("get", 0)]

@@ -30,7 +30,7 @@ if [ "$1" = commit ]; then
   : > {BEGUN}
   while [ -e {BEGUN} ] && [ ! -e {GATE} ]; do sleep 0.01; done  # not longer than the device lasts
 fi
-exec {device.client} "$@"
+exec '{device.client}' "$@"
 """, 0o755)
     return Held()
 

@@ -16,7 +16,7 @@ from harness.desktop import Desktop  # noqa: E402
 
 BUILD = pathlib.Path(os.environ.get("KORV_BUILD_DIR", ROOT / "build" / "release")).resolve()
 # As CTest sets it, for those who call pytest themselves.
-SANITIZERS = {"LSAN_OPTIONS": f"suppressions={ROOT}/tests/lsan.supp:print_suppressions=0"}
+SANITIZERS = {"LSAN_OPTIONS": f"suppressions='{ROOT}/tests/lsan.supp':print_suppressions=0"}
 # What the tests' own surroundings must not decide.
 FOREIGN = ("LC_", "LANG", "XDG_", "XMODIFIERS", "GTK_", "G_", "DBUS_", "LD_LIBRARY_PATH")
 

@@ -85,7 +85,7 @@ def test_in_the_middle_of_ok_the_rest_is_written_all_the_same(start, device):
     open_window(app)
     device.write("/run/going-on", "")
     device.write(device.bin / "regmux", f"""#!/bin/sh
-        {device.client} "$@" || exit
+        '{device.client}' "$@" || exit
         while [ "$1 $2" = "set root/vexa/agent/LogLevel" ] && [ -e /run/going-on ]; do
           sleep 0.01
         done""", 0o755)

@@ -229,8 +229,8 @@ def test_commands_do_not_inherit_the_pid_file(start, device, desktop):
     real = {device.bin / "regmux": device.client, device.bin / "cat": "/bin/cat",
             "/usr/sbin/vexaagent": "/bin/true"}
     for command, program in real.items():
-        device.write(command, f'#!/bin/sh\nreadlink /proc/self/fd/* >>/run/files\nexec {program} "$@"\n',
-                     0o755)
+        device.write(command, "#!/bin/sh\nreadlink /proc/self/fd/* >>/run/files\n"
+                              f"""exec '{program}' "$@"\n""", 0o755)
     start()
     start_again(device, desktop)
     files = device.host_path("/run/files").read_text().split("\n")

@@ -41,6 +41,9 @@ int OnAThreadWithFault(const Fault &fault, Operation operation) {
   int result = 0;
   std::thread([&] {
     RefuseCall(fault.call, fault.error, fault.arguments);
+    if (fault.call == SCMP_SYS(newfstatat)) {  // later versions of the C library make this of fstat
+      RefuseCall(SCMP_SYS(fstat), fault.error);
+    }
     result = operation();
   }).join();
   return result;

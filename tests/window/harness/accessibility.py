@@ -5,6 +5,7 @@ The library caches nothing as long as nobody runs its event loop, so everything 
 """
 import os
 import tempfile
+import urllib.parse
 
 import gi
 
@@ -20,6 +21,11 @@ Role = Atspi.Role
 State = Atspi.StateType
 
 
+def _escaped(path):
+    """A path as it stands in a bus's address."""
+    return urllib.parse.quote(path).replace("~", "%7E")
+
+
 class Bus:
     """A private D-Bus that serves as session bus and accessibility bus, with its registry."""
 
@@ -29,7 +35,7 @@ class Bus:
         plain = {k: v for k, v in os.environ.items() if k != "DISPLAY"}
         self._daemon, address = read_announced(
             ["dbus-daemon", f"--config-file={CONFIGURATION}", "--nofork", "--nopidfile",
-             f"--address=unix:dir={self._directory.name}"],
+             f"--address=unix:dir={_escaped(self._directory.name)}"],
             lambda writer: [f"--print-address={writer}"], plain, log)
         # Programs open sockets of their own below the runtime directory.
         self.environment = {"DBUS_SESSION_BUS_ADDRESS": address, "AT_SPI_BUS_ADDRESS": address,
