@@ -20,7 +20,8 @@ Fixtures (../conftest.py):
                 the window to wait for; desktop=; device=.
   desktop       the desktop of this run: 1024x768, openbox, DejaVu Sans 10
   desktop_with(manager=, size=, font=)
-                another one, made once for each kind: manager "openbox", "metacity" or None
+                another one, made once for each kind: manager "openbox", "metacity", "xfwm4", "icewm", "jwm"
+                or None
 
 A test fails when the toolkit prints a warning or a critical, when a sanitizer reports something, and
 when a signal ends the program (wait_crash() is for one that is meant). A failed test tells what was
@@ -40,5 +41,5 @@ that does not end, input with settle=False returns at once, and reading waits.
 Two things to know. A selected text is the primary selection: set_clipboard() before select_all().
 An App's input waits until its program has the keyboard; to turn to a window of another program, and
 to look at windows as the window manager does, there is desktop: windows(pid=), stacking(),
-active_window(), input_focus(), activate(), iconify(), click_at().
+active_window(), input_focus(), activate(), iconify(), shade(), go_to_workspace(), click_at().
 """

@@ -34,10 +34,17 @@ OPENBOX = """<?xml version="1.0" encoding="UTF-8"?>
   <menu/>
 </openbox_config>
 """
+# It wants its settings from a daemon of its own, which goes when it goes.
+XFWM4 = """
+setpriv --pdeathsig TERM $(sed -n s/^Exec=//p /usr/share/dbus-1/services/org.xfce.Xfconf.service) &
+gdbus wait --session org.xfce.Xfconf && exec xfwm4 --compositor=off
+"""
 MANAGERS = {
     "openbox": lambda rc: ["openbox", "--sm-disable", "--config-file", rc],
+    "icewm": lambda _: ["icewm"],
     "jwm": lambda _: ["jwm", "-f", "/etc/jwm/system.jwmrc"],
     "metacity": lambda rc: ["metacity", "--sm-disable", "--no-composite"],
+    "xfwm4": lambda _: ["sh", "-c", XFWM4],
 }
 # What is drawn depends on nothing but the program: no blinking, no user's theme, no second click
 # that counts as a double one.
@@ -49,6 +56,8 @@ gtk-enable-animations = 0
 gtk-double-click-time = 0
 """
 BY_USER = 2  # who asks the window manager: a task bar, for the user
+ADD = 1  # to the window's states
+ALL_WORKSPACES = 0xFFFFFFFF
 
 
 def pictures_differ(one, other):
@@ -95,7 +104,9 @@ class Desktop:
         self.park_pointer()
         if self.manager:
             argv = MANAGERS[self.manager](self._file("rc.xml", OPENBOX))
-            self._helpers.append(start_helper(argv, {**plain, "DISPLAY": self.name}, self._log))
+            own = {"DISPLAY": self.name, "HOME": self._directory.name,
+                   "XDG_CONFIG_HOME": self._directory.name, "NO_AT_BRIDGE": "1"}
+            self._helpers.append(start_helper(argv, {**plain, **own}, self._log))
             wait_for(self._manager_answers, self.manager)
 
     def close(self):
@@ -125,7 +136,8 @@ class Desktop:
     def stacking(self):
         """All top-level windows from the lowest to the highest, iconified ones included."""
         if self.manager:
-            ids = self._root_property("_NET_CLIENT_LIST_STACKING")
+            ids = (self._root_property("_NET_CLIENT_LIST_STACKING")
+                   or self._root_property("_NET_CLIENT_LIST"))  # all that xfwm4 has for one window
             return [XWindow(self, xid) for xid in ids]
         windows = [XWindow(self, child.id) for child in self.root.query_tree().children]
         return [window for window in windows if window.pid and window.mapped]
@@ -154,6 +166,29 @@ class Desktop:
         self._tell_root(window, "WM_CHANGE_STATE", [Xutil.IconicState])
         self.settle_manager()
         wait_for(lambda: window.iconic and not window.mapped, f"{window} to be iconified")
+
+    def shade(self, window):
+        """What the window manager's menu calls to roll up."""
+        shaded = self.atom("_NET_WM_STATE_SHADED")
+        self._tell_root(window, "_NET_WM_STATE", [ADD, shaded, 0, BY_USER])
+        wait_for(lambda: window.shaded, f"{window} to be rolled up")
+        self.settle_manager()
+
+    @property
+    def workspace(self):
+        """The number of the one to be seen, from 0."""
+        return self._root_property("_NET_CURRENT_DESKTOP")[0]
+
+    def go_to_workspace(self, number):
+        self._tell_root(self.root, "_NET_NUMBER_OF_DESKTOPS", [number + 1])
+        wait_for(lambda: self._root_property("_NET_NUMBER_OF_DESKTOPS")[0] > number, "workspaces")
+        self._tell_root(self.root, "_NET_CURRENT_DESKTOP", [number, X.CurrentTime])
+        wait_for(lambda: self.workspace == number, f"workspace {number}")
+        self.settle_manager()
+
+    def show_on_all_workspaces(self, window):
+        self._tell_root(window, "_NET_WM_DESKTOP", [ALL_WORKSPACES, BY_USER])
+        wait_for(lambda: window.workspace == ALL_WORKSPACES, f"{window} to be on all workspaces")
 
     def activate(self, window):
         """What a task bar does: brings the window to the front and gives it the focus."""

@@ -51,6 +51,15 @@ class XWindow:
         return bool(state) and state[0] == Xutil.IconicState
 
     @property
+    def shaded(self):
+        return self._desktop.atom("_NET_WM_STATE_SHADED") in (self.read("_NET_WM_STATE") or [])
+
+    @property
+    def workspace(self):
+        workspace = self.read("_NET_WM_DESKTOP")
+        return workspace and workspace[0]
+
+    @property
     def box(self):
         """(x, y, width, height) on the screen, without the window manager's frame."""
         size = self._window.get_geometry()
