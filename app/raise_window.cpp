@@ -6,6 +6,8 @@
 #include <X11/Xutil.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -17,6 +19,12 @@ namespace {
 // Two seconds in all.
 constexpr int kMostMapWaits = 200;
 constexpr useconds_t kMapWaitMicroseconds = 10000;
+
+// What requests to window managers are made of. That they come from a pager, for the user, is said
+// because some refuse what a program asks for itself; and the second start is the user's wish.
+constexpr long kForUser = 2;
+constexpr long kRemoveState = 0;
+constexpr std::int32_t kAllWorkspaces = -1;
 
 Display *display = nullptr;
 Atom pid_atom = None;
@@ -43,16 +51,57 @@ std::int32_t FirstItem(Window window, Atom property, Atom wanted_type) {
   return static_cast<std::int32_t>(*reinterpret_cast<const long *>(data));
 }
 
-// A window manager that has minimised a window says so in WM_STATE, whose type has the same name.
-bool IsIconic(Window window) {
-  const Atom wm_state = XInternAtom(display, "WM_STATE", True);
-  return wm_state != None && FirstItem(window, wm_state, wm_state) == IconicState;
+Atom AtomNamed(const char *name) {
+  return XInternAtom(display, name, False);
 }
 
-// It is the window manager that maps a minimised window, in its own time, and a focus request that
-// comes before is refused. Waits for it, but not for ever: it may hang, or the window may be gone.
-void Unminimise(Window window) {
+// A window manager notes in WM_STATE, whose type has the same name, in which state it has a window.
+bool IsManaged(Window window) {
+  const Atom wm_state = AtomNamed("WM_STATE");
+  return FirstItem(window, wm_state, wm_state) != WithdrawnState;
+}
+
+void Ask(Window window, const char *request, const std::array<long, 4> &data) {
+  XClientMessageEvent message = {};
+  message.type = ClientMessage;
+  message.window = window;
+  message.message_type = AtomNamed(request);
+  message.format = 32;
+  std::copy(data.begin(), data.end(), message.data.l);
+  XEvent event;
+  event.xclient = message;
+  XSendEvent(display, DefaultRootWindow(display), False,
+             SubstructureRedirectMask | SubstructureNotifyMask, &event);
+}
+
+// Activation alone would have openbox and metacity only draw attention to the window, and icewm
+// take the user to its workspace; xfwm4 brings it. A window that is on all workspaces stays there.
+void AskForCurrentWorkspace(Window window) {
+  const std::int32_t current =
+      FirstItem(DefaultRootWindow(display), AtomNamed("_NET_CURRENT_DESKTOP"), XA_CARDINAL);
+  const std::int32_t workspace = FirstItem(window, AtomNamed("_NET_WM_DESKTOP"), XA_CARDINAL);
+  if (workspace != current && workspace != kAllWorkspaces) {
+    Ask(window, "_NET_WM_DESKTOP", {current, kForUser});
+  }
+}
+
+// Activation unrolls a window, too, except under xfwm4, and under openbox while a message is open.
+void AskForUnrolling(Window window) {
+  const auto shaded = static_cast<long>(AtomNamed("_NET_WM_STATE_SHADED"));
+  Ask(window, "_NET_WM_STATE", {kRemoveState, shaded, 0, kForUser});
+}
+
+// To map a minimised window is to ask for it back. Openbox takes that for activation, which it
+// hands on to a message that is open, and leaves the window minimised; it knows a request for the
+// normal state, which brings both, and which metacity and xfwm4 do not have.
+void AskForNormalState(Window window) {
+  Ask(window, "WM_CHANGE_STATE", {NormalState});
   XMapRaised(display, window);
+}
+
+// It is the window manager that maps the window, in its own time, and a focus request that comes
+// before is refused. Waits for it, but not forever: it may hang, or the window may be gone.
+void WaitUntilViewable(Window window) {
   XWindowAttributes attributes = {};
   for (int wait = 0; wait < kMostMapWaits; ++wait) {
     if (XGetWindowAttributes(display, window, &attributes) == 0 ||
@@ -63,29 +112,23 @@ void Unminimise(Window window) {
   }
 }
 
-// Some window managers keep a raised window below the one in use unless it is the user who asks, as
-// with a pager. The second start is the user's wish, so it is said to come from one (source 2).
-void AskWindowManager(Window window) {
-  XClientMessageEvent message = {};
-  message.type = ClientMessage;
-  message.window = window;
-  message.message_type = XInternAtom(display, "_NET_ACTIVE_WINDOW", False);
-  message.format = 32;
-  message.data.l[0] = 2;
-  message.data.l[1] = CurrentTime;
-  XEvent event;
-  event.xclient = message;
-  XSendEvent(display, DefaultRootWindow(display), False,
-             SubstructureRedirectMask | SubstructureNotifyMask, &event);
+// To the user, from wherever the window manager has put the window. Each request does nothing where
+// nothing needs to be done.
+void BringBack(Window window) {
+  AskForCurrentWorkspace(window);
+  AskForUnrolling(window);
+  AskForNormalState(window);
+  // Some keep a raised window below the one in use unless it is activated.
+  Ask(window, "_NET_ACTIVE_WINDOW", {kForUser, CurrentTime});
+  WaitUntilViewable(window);
 }
 
 // Refused for a window that is not mapped, such as the one that the toolkit keeps beside the real
 // one under the same process id.
 void RaiseAndFocus(Window window) {
-  if (IsIconic(window)) {
-    Unminimise(window);
+  if (IsManaged(window)) {
+    BringBack(window);
   }
-  AskWindowManager(window);
   XRaiseWindow(display, window);
   XSetInputFocus(display, window, RevertToNone, CurrentTime);
 }

@@ -5,11 +5,13 @@ import subprocess
 
 import pytest
 from harness.app import TITLE
+from harness.desktop import ALL_WORKSPACES
 from harness.waiting import LIMIT, wait_for
 from harness.xwindow import XWindow
 from pellion import GREETING, HANDED_OVER, PELLION_5, PID_FILE, SYSTEM_INFO, pid_file, run_to_end
 from Xlib import X, Xatom, Xutil
 
+MANAGERS = ["openbox", "metacity", "xfwm4", "icewm"]
 with_and_without_manager = pytest.mark.parametrize("manager", [None, "openbox", "metacity"])
 
 
@@ -129,16 +131,89 @@ def test_brings_an_open_message_to_the_front_of_its_window(start, device, deskto
     app.no_message()
 
 
-@pytest.mark.parametrize("manager", ["openbox", "metacity"])
+@pytest.mark.parametrize("manager", MANAGERS)
 def test_brings_a_minimised_window_back(start, device, desktop, cover):
     app = start()
     window = app.x_window()
-    cover()
     desktop.iconify(window)
+    cover()
     start_again(device, desktop)
     wait_in_front(window, desktop)
     assert window.mapped and not window.iconic
     app.entry("Backup Gateway").fill("10.0.0.2")
+
+
+@pytest.fixture
+def with_message(start):
+    """The main window and the message that is open in it."""
+    app = start()
+    app.page("Groups")
+    app.button("Delete").click()
+    app.message()
+    main, message = app.x_windows()
+    return main, message
+
+
+@pytest.mark.parametrize("manager", MANAGERS)
+def test_brings_a_minimised_window_back_below_its_message(device, desktop, cover, with_message):
+    main, message = with_message
+    for window in with_message:  # not every window manager minimises both at once
+        desktop.iconify(window)
+    covering = cover()
+    start_again(device, desktop)
+    wait_in_front(message, desktop)
+    wait_for(lambda: main.mapped and not main.iconic, "the main window")
+    assert message.mapped and not message.iconic
+    assert desktop.stacking() == [covering, main, message]
+
+
+@pytest.mark.parametrize("manager", MANAGERS)
+def test_unrolls_a_window(start, device, desktop, cover):
+    window = start().x_window()
+    desktop.shade(window)
+    cover()
+    start_again(device, desktop)
+    wait_in_front(window, desktop)
+    wait_for(lambda: window.mapped and not window.shaded, "the window to be whole")
+
+
+@pytest.mark.parametrize("manager", MANAGERS)
+def test_unrolls_a_window_below_its_message(device, desktop, cover, with_message):
+    main, message = with_message
+    desktop.shade(main)
+    cover()
+    start_again(device, desktop)
+    wait_in_front(message, desktop)
+    wait_for(lambda: main.mapped and not main.shaded, "the main window to be whole")
+
+
+@pytest.fixture
+def other_workspace(desktop):
+    """other_workspace(): the user goes to one, until the test's end."""
+    yield lambda: desktop.go_to_workspace(1)
+    desktop.go_to_workspace(0)
+
+
+@pytest.mark.parametrize("manager", MANAGERS)
+def test_brings_the_windows_from_another_workspace(device, desktop, other_workspace, with_message):
+    main, message = with_message
+    other_workspace()
+    wait_for(lambda: not main.mapped and not message.mapped, "the windows to be left behind")
+    start_again(device, desktop)
+    wait_in_front(message, desktop)
+    wait_for(lambda: main.mapped and message.mapped, "both windows")
+    assert desktop.stacking() == [main, message]
+    assert desktop.workspace == 1
+
+
+def test_leaves_a_window_on_all_workspaces(start, device, desktop, other_workspace, cover):
+    window = start().x_window()
+    desktop.show_on_all_workspaces(window)
+    other_workspace()
+    cover()
+    start_again(device, desktop)
+    wait_in_front(window, desktop)
+    assert window.workspace == ALL_WORKSPACES
 
 
 def test_takes_over_from_one_that_was_killed(start, device):
