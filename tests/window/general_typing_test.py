@@ -244,7 +244,7 @@ def test_the_message_of_a_full_entry_gives_the_focus_back(start, label):
     app.key("x")
     message = app.message()
     Atspi.Component.grab_focus(app.window().button("Cancel").accessible)
-    Atspi.Action.do_action(message.button("Close").accessible, 0)
+    message.button("Close").activate()
     app.wait_for(lambda: app.focused() == ("entry", label), "the focus on the entry")
 
 

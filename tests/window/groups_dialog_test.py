@@ -260,7 +260,7 @@ def test_edit_behind_an_open_dialog_leaves_it_its_row(start, device):
     page = app.window(TITLE)
     Atspi.Table.add_row_selection(page.table().accessible, 1)
     app.wait_for(lambda: page.table().selected == [1], "the other row to be selected")
-    Atspi.Action.do_action(page.button("Edit...").accessible, 0)
+    page.button("Edit...").activate()
     app.settled()
     dialog.accept()
     assert rows(app) == [("A", "x"), ("B", "2")]
@@ -270,7 +270,7 @@ def test_a_group_deleted_behind_the_dialog_stays_deleted(start, device):
     """As only an assistive tool can press the button there."""
     app = open_groups(start, device, 'A="1";B="2"')
     dialog = edit(app, 0).fill(value="x")
-    Atspi.Action.do_action(app.window(TITLE).button("Delete").accessible, 0)
+    app.window(TITLE).button("Delete").activate()
     app.wait_for(lambda: rows(app) == [("B", "2")], "the row to go")
     dialog.accept()
     assert saved(app, device) == 'B="2"'

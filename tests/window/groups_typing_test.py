@@ -212,7 +212,7 @@ def test_the_message_of_a_full_field_gives_the_focus_back(start, device, field, 
     app.key("x")
     close = app.message().button("Close")
     Atspi.Component.grab_focus(dialog.window.button("Cancel").accessible)
-    Atspi.Action.do_action(close.accessible, 0)
+    close.activate()
     app.wait_for(lambda: app.focused() == ("entry", label), "the focus on the field")
 
 

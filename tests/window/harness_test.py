@@ -2,9 +2,13 @@
 import os
 
 import pytest
+from gi.repository import Atspi
+from harness.accessibility import Node
 from harness.app import App
 from harness.desktop import pictures_differ
+from harness.waiting import NOT_THERE, there, wait_for, whole
 from PIL import Image
+from Xlib import X
 
 
 def test_reads_the_window(start):
@@ -218,6 +222,64 @@ def test_waits_no_longer_than_the_program_runs(desktop, device):
     app = App(desktop, device, ["/bin/sh", "-c", "exit 3"], {})
     with pytest.raises(AssertionError, match="ended with 3 before a window"):
         app.wait_for(lambda: None, "a window")
+
+
+@pytest.fixture
+def closed_window(desktop):
+    window = desktop.root.create_window(0, 0, 9, 9, 0, X.CopyFromParent)
+    window.destroy()
+    return window
+
+
+def closed_program(start):
+    app = start()
+    node = app.button("OK")
+    app.close_window()
+    assert app.wait_exit() == 0
+    return node
+
+
+@pytest.mark.parametrize("look", ["no element", "an element", "a window's place", "a window's state"])
+def test_what_has_gone_when_it_is_looked_at_counts_as_not_yet(start, closed_window, look):
+    button = look == "an element" and closed_program(start)
+    missing = {"no element": lambda: Node(None, None), "an element": lambda: button.name,
+               "a window's place": closed_window.get_geometry,
+               "a window's state": closed_window.get_attributes}[look]
+    looks = [missing, missing, lambda: "there"]
+    assert wait_for(lambda: looks.pop(0)(), "it") == "there"
+    with pytest.raises(AssertionError, match="waited 0.01 s for it") as failure:
+        wait_for(missing, "it", timeout=0.01)
+    assert isinstance(failure.value.__cause__, NOT_THERE)
+
+
+def test_any_other_error_is_not_waited_for():
+    with pytest.raises(ZeroDivisionError):
+        wait_for(lambda: 1 // 0, "a number")
+
+
+def test_a_look_at_several_things_is_repeated_when_one_of_them_goes():
+    found = [[None], [1, None], [0, 1]]
+
+    @whole
+    def look(_):
+        return [there(one) for one in found.pop(0)]
+
+    assert look("a list") == [0, 1]
+    found[:] = [[None]]
+    with pytest.raises(AssertionError, match="waited"):
+        wait_for(lambda: look("one that has gone") if found else None, "it", timeout=0.01)
+
+
+def test_reads_a_list_whose_rows_go_meanwhile(start, device):
+    device.registry.set("PreAssignGroups", ";".join(f'G{n}="v"' for n in range(40)))
+    app = start()
+    app.page("Groups")
+    table, delete = app.table(), app.button("Delete")
+    for left in reversed(range(30, 40)):
+        Atspi.Table.add_row_selection(table.accessible, left)
+        delete.activate()
+        assert len(table.rows) in (left, left + 1)
+        app.wait_for(lambda: len(table.rows) == left, "the row to go")
 
 
 def test_a_stopped_program_keeps_nothing_open(desktop, device):

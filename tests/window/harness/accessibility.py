@@ -13,7 +13,7 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
 from .processes import end_helper, read_announced, start_helper  # noqa: E402
-from .waiting import LIMIT  # noqa: E402
+from .waiting import LIMIT, NOT_THERE, Gone, there, whole  # noqa: E402
 
 CONFIGURATION = "/usr/share/defaults/at-spi2/accessibility.conf"
 REGISTRY = "/usr/libexec/at-spi2-registryd"
@@ -64,14 +64,17 @@ def program(pid):
 
 
 class Node:
-    """One element of a window."""
+    """One element of a window; what is read of one that is not there is an error of NOT_THERE."""
 
     def __init__(self, app, accessible):
         self.app = app
-        self.accessible = accessible
+        self.accessible = there(accessible)
 
     def __repr__(self):
-        return f"<{type(self).__name__} {self.role.value_nick} {self.name!r}>"
+        try:
+            return f"<{type(self).__name__} {self.role.value_nick} {self.name!r}>"
+        except NOT_THERE:
+            return f"<{type(self).__name__} that has gone>"
 
     @property
     def role(self):
@@ -79,18 +82,20 @@ class Node:
 
     @property
     def name(self):
-        return self.accessible.get_name() or ""
+        name = self.accessible.get_name()
+        return self._told(name, name)
 
     @property
+    @whole
     def label(self):
         """The text of the label that names the node, "" when there is none."""
-        for relation in self.accessible.get_relation_set():
+        for relation in there(self.accessible.get_relation_set()):
             if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
-                return relation.get_target(0).get_name()
+                return Node(self.app, relation.get_target(0)).name
         return ""
 
     def has(self, state):
-        return self.accessible.get_state_set().contains(state)
+        return there(self.accessible.get_state_set()).contains(state)
 
     @property
     def showing(self):
@@ -108,13 +113,21 @@ class Node:
     def box(self):
         """(x, y, width, height) on the screen."""
         box = Atspi.Component.get_extents(self.accessible, Atspi.CoordType.SCREEN)
-        return (box.x, box.y, box.width, box.height)
+        return self._told((box.x, box.y, box.width, box.height), box.width > 0)
+
+    def _told(self, value, is_more_than_nothing):
+        """The value; nothing, an empty text say, is also what is told of a node that has gone."""
+        if not is_more_than_nothing and self.has(State.DEFUNCT):
+            raise Gone()
+        return value
 
     @property
+    @whole
     def children(self):
         return [Node(self.app, self.accessible.get_child_at_index(index))
                 for index in range(self.accessible.get_child_count())]
 
+    @whole
     def find(self, roles, *states):
         """The nodes below with that role (or one of several) and all the states, in their order.
 
@@ -129,13 +142,24 @@ class Node:
             [], Atspi.CollectionMatchType.ALL, False)
         matches = Atspi.Collection.get_matches(self.accessible, rule,
                                                Atspi.CollectionSortOrder.CANONICAL, 0, True)
-        return [Node(self.app, match) for match in matches]
+        return [Node(self.app, match) for match in there(matches)]
 
+    def first(self, roles, *states):
+        """The first of those that find() finds."""
+        return there(next(iter(self.find(roles, *states)), None))
+
+    @property
+    def text(self):
+        """What stands in a text field."""
+        text = Atspi.Text.get_text(self.accessible, 0, -1)
+        return self._told(text, text)
+
+    @whole
     def texts(self):
         """All texts that can be read in the node, in their order."""
         found = [self.name]
         if self.role == Role.TEXT:
-            found.append(Atspi.Text.get_text(self.accessible, 0, -1))
+            found.append(self.text)
         for child in self.children:
             if child.showing:
                 found += child.texts()
@@ -143,11 +167,26 @@ class Node:
 
     def click(self, button=1, settle=True):
         """Clicks the middle of the node with the mouse."""
-        x, y, width, height = self.box
+        x, y, width, height = self.resting_box()
         self.app.click_at(x + width // 2, y + height // 2, button, settle)
+
+    def resting_box(self):
+        """The box when the window manager has put the window where it stays."""
+        self.app.ready_for_input()
+
+        def rests():
+            box = self.box
+            self.app.desktop.settle_manager()
+            return box == self.box and box
+        return self.app.wait_for(rests, f"{self!r} to stand still")
 
     def take_focus(self):
         """Gives the node the keyboard focus without passing through other fields."""
         self.app.ready_for_input()
         Atspi.Component.grab_focus(self.accessible)
         self.app.wait_for(lambda: self.focused, f"the focus on {self!r}")
+
+    def activate(self):
+        """Does what a press of the node does, as only an assistive tool can where another window
+        keeps the mouse and the keyboard away from it. Nothing waits for what comes of it."""
+        Atspi.Action.do_action(self.accessible, 0)

@@ -7,13 +7,12 @@ import signal
 import subprocess
 import tempfile
 
-from gi.repository import GLib
 from Xlib.error import ConnectionClosedError
 
 from . import accessibility
 from .accessibility import Node, Role, State
 from .processes import is_idle
-from .waiting import LIMIT, wait_for
+from .waiting import LIMIT, NOT_THERE, wait_for, whole
 from .windows import Message, Window
 
 TITLE = "Agent Configure Manager"
@@ -97,17 +96,16 @@ class App:
     # --- waiting ---
 
     def wait_for(self, condition, what, timeout=LIMIT):
-        """wait_for, where an element that is just coming or going counts as not yet, and a program
-        that has ended fails at once."""
+        """wait_for, where a program that has ended fails at once."""
         def checked():
-            running = self.running
-            try:
+            if self.running:
+                return condition()
+            with contextlib.suppress(*NOT_THERE):
                 value = condition()
-            except (GLib.Error, IndexError, TypeError):
-                value = None
-            assert value or running, \
-                f"the program ended with {self.process.program_status} before {what}"
-            return value
+                if value:
+                    return value
+            raise AssertionError(
+                f"the program ended with {self.process.program_status} before {what}")
         return wait_for(checked, what, timeout)
 
     def wait_started(self, title=TITLE, active=True):
@@ -138,6 +136,8 @@ class App:
 
     def _has_keyboard(self):
         windows = self.x_windows()
+        if not windows:
+            return False
         if not self.desktop.manager:
             self.desktop.give_focus(windows[-1])
         focus = self.desktop.input_focus()
@@ -160,7 +160,7 @@ class App:
         def gone():
             try:
                 return not self.running or not window.showing
-            except GLib.Error:
+            except NOT_THERE:
                 return True
         self.wait_for(gone, "a window to close")
         self.settled()
@@ -181,19 +181,23 @@ class App:
         """The X window with the title, None when there is none on the screen."""
         return next((w for w in self.x_windows() if w.title == title), None)
 
+    @whole
     def windows(self):
         """The windows to be seen, the oldest first."""
         kinds = {Role.FRAME: Window, Role.DIALOG: Window, Role.ALERT: Message}
-        nodes = [kinds[node.role](self, node.accessible)
-                 for node in Node(self, self.root).children if node.role in kinds]
-        return [node for node in nodes if node.showing]
+        nodes = [kinds.get(node.role, Node)(self, node.accessible)
+                 for node in Node(self, self.root).children]
+        return [node for node in nodes if isinstance(node, Window) and node.showing]
 
     @property
     def active(self):
         """The window in use: the active one, or the newest while a list is open in it."""
         self.ready_for_input()
-        windows = self.windows()
-        return next((window for window in windows if window.active), windows[-1])
+
+        def in_use():
+            windows = self.windows()
+            return next((window for window in windows if window.active), windows and windows[-1])
+        return self.wait_for(in_use, "a window")
 
     def window(self, title=TITLE):
         """Waits for a window with the title."""
@@ -271,6 +275,7 @@ class App:
     def focused(self):
         return self.active.focused()
 
+    @whole
     def texts(self):
         """All texts to be seen in all windows."""
         return [text for window in self.windows() for text in window.texts()]
@@ -344,6 +349,6 @@ class App:
             path = "none, the X server has ended"
         try:
             texts = self.texts() if self.running else f"ended with {self.process.program_status}"
-        except (GLib.Error, AttributeError) as problem:
+        except NOT_THERE as problem:
             texts = f"unreadable: {problem}"
         return f"visible: {texts}\nstdout: {self.stdout}\nstderr: {self.stderr}\npicture: {path}"

@@ -98,6 +98,7 @@ class Desktop:
         self.display.set_error_handler(lambda *_: None)
         self.root = self.display.screen().root
         self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        self._atoms = {}
         self._probe = None
         self._pings = 0x40000000  # apart from the window manager's own
         self.keyboard = Keyboard(self.display)
@@ -127,7 +128,9 @@ class Desktop:
     # --- windows ---
 
     def atom(self, name):
-        return self.display.intern_atom(name)
+        if name not in self._atoms:
+            self._atoms[name] = self.display.intern_atom(name)
+        return self._atoms[name]
 
     def _root_property(self, name):
         found = self.root.get_full_property(self.atom(name), X.AnyPropertyType)

@@ -2,14 +2,11 @@
 from gi.repository import Atspi
 
 from .accessibility import Node, Role, State
+from .waiting import there, whole
 
 
 class Entry(Node):
     """A text field."""
-
-    @property
-    def text(self):
-        return Atspi.Text.get_text(self.accessible, 0, -1)
 
     @property
     def caret(self):
@@ -17,17 +14,19 @@ class Entry(Node):
         return Atspi.Text.get_caret_offset(self.accessible)
 
     @property
+    @whole
     def selection(self):
         """(start, end) of the selected text in characters, None when nothing is selected."""
         if not Atspi.Text.get_n_selections(self.accessible):
             return None
-        part = Atspi.Text.get_selection(self.accessible, 0)
+        part = there(Atspi.Text.get_selection(self.accessible, 0))
         return (part.start_offset, part.end_offset)
 
+    @whole
     def point(self, offset):
         """The middle of a character on the screen; after the end of the text, that of the last one."""
-        box = Atspi.Text.get_character_extents(self.accessible, min(offset, len(self.text) - 1),
-                                               Atspi.CoordType.SCREEN)
+        box = there(Atspi.Text.get_character_extents(
+            self.accessible, min(offset, len(self.text) - 1), Atspi.CoordType.SCREEN))
         return box.x + box.width // 2, box.y + box.height // 2
 
     def select_all(self):
@@ -72,23 +71,26 @@ class Combo(Node):
 
     @property
     def entry(self):
-        return Entry(self.app, self.find(Role.TEXT)[0].accessible)
+        return Entry(self.app, self.first(Role.TEXT).accessible)
 
     def _items(self):
         return self.find(Role.MENU_ITEM)
 
+    @whole
     def rows(self):
         """The texts to choose from."""
         return [item.name for item in self._items()]
 
     @property
+    @whole
     def active(self):
         """The index of the chosen row, -1 when none is (as after typing into the entry)."""
         if not Atspi.Selection.get_n_selected_children(self.accessible):
             return -1
-        return Atspi.Selection.get_selected_child(self.accessible, 0).get_index_in_parent()
+        return there(Atspi.Selection.get_selected_child(self.accessible, 0)).get_index_in_parent()
 
     @property
+    @whole
     def shown(self):
         """The text in the entry, or of the chosen row of a combo box without one ("" for none)."""
         if self.find(Role.TEXT):
@@ -106,13 +108,13 @@ class Combo(Node):
 
     def open(self):
         """Opens the list with the mouse."""
-        x, y, width, height = self.box
+        x, y, width, height = self.resting_box()
         self.app.click_at(x + width - 10, y + height // 2)
         assert self.is_open, f"the list of {self!r} did not open"
 
     @property
     def is_open(self):
-        return self.find(Role.MENU)[0].showing
+        return self.first(Role.MENU).showing
 
     def pick_with_mouse(self, text):
         """Opens the list and clicks the row with the text."""
@@ -134,12 +136,15 @@ class Table(Node):
     """The list of groups."""
 
     @property
+    @whole
     def columns(self):
         """The columns' titles."""
         count = Atspi.Table.get_n_columns(self.accessible)
-        return [Atspi.Table.get_column_header(self.accessible, i).get_name() for i in range(count)]
+        return [Node(self.app, Atspi.Table.get_column_header(self.accessible, column)).name
+                for column in range(count)]
 
     @property
+    @whole
     def rows(self):
         """A list of the cells' texts for each row."""
         columns = range(Atspi.Table.get_n_columns(self.accessible))
@@ -149,8 +154,9 @@ class Table(Node):
     @property
     def selected(self):
         """The indices of the selected rows."""
-        return list(Atspi.Table.get_selected_rows(self.accessible))
+        return list(there(Atspi.Table.get_selected_rows(self.accessible)))
 
+    @whole
     def cell(self, row, column):
         return Node(self.app, Atspi.Table.get_accessible_at(self.accessible, row, column))
 

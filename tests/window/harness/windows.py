@@ -1,5 +1,6 @@
 """A program's windows and what is found in them."""
 from .accessibility import Node, Role, State
+from .waiting import there, whole
 from .widgets import Button, Combo, Entry, Radio, Table
 
 # What takes the keyboard focus.
@@ -54,6 +55,7 @@ class Window(Node):
     def table(self):
         return self._wait_first(Table, Role.TABLE, lambda _: True, "a table")
 
+    @whole
     def pages(self):
         """The titles on the notebook's tabs."""
         return [tab.name for tab in self.find(Role.PAGE_TAB)]
@@ -62,8 +64,9 @@ class Window(Node):
         """Switches to the page by clicking its tab."""
         tab = self._wait_first(Node, Role.PAGE_TAB, lambda n: n.name == title, f"a page {title!r}")
         tab.click()
-        self.app.wait_for(lambda: tab.children[0].showing, f"the page {title!r} to be shown")
+        self.app.wait_for(lambda: any(child.showing for child in tab.children), f"the page {title!r} to be shown")
 
+    @whole
     def focused(self):
         """What has the keyboard focus, as (kind, name): ("entry", "Pull Interval"); None: nothing."""
         found = self.find(list(KINDS), State.FOCUSED)
@@ -77,12 +80,13 @@ class Window(Node):
 class Message(Window):
     """A message dialog."""
 
+    @whole
     def _labels(self):
         return [node.name for node in self.find(Role.LABEL, State.SHOWING)]
 
     @property
     def text(self):
-        return self._labels()[0]
+        return there(next(iter(self._labels()), None))
 
     @property
     def secondary(self):
@@ -92,7 +96,7 @@ class Message(Window):
     @property
     def kind(self):
         """"error", "info", "warning" or "question", from the icon."""
-        return self.app.message_kind(self.find(Role.ICON, State.SHOWING)[0].name)
+        return self.app.message_kind(self.first(Role.ICON, State.SHOWING).name)
 
     def close(self):
         """Clicks its only button and waits until it is gone."""
