@@ -1,10 +1,13 @@
-# korv_unit_test(SUBJECT_test SOURCES... LIBS... [RUN_BY...]): a GoogleTest program, one CTest test;
-# RUN_BY is a command that runs it.
-# korv_pytest(GROUP FILE [ENVIRONMENT...] [PROPERTIES...]): a pytest file, one CTest test; none in a
-# build without the device, which does with the compiler alone.
+# korv_test(GROUP/SUBJECT COMMAND... [NEEDS...] [ENVIRONMENT...] [PROPERTIES...]): a CTest test. It
+# needs these targets: script/test builds no others.
+# korv_unit_test(SUBJECT_test SOURCES... LIBS... [RUN_BY...]): a GoogleTest program; RUN_BY is a
+# command that runs it.
+# korv_pytest(GROUP FILE [NEEDS...] [ENVIRONMENT...] [PROPERTIES...]): a pytest file; none in a build
+# without the device, which does with the compiler alone.
 #
 # A test is named BUILD/GROUP/SUBJECT. The build's name comes first, so that one CTest run can cover
-# several build trees.
+# several build trees. script/test runs two at a time for each processor: a test that computes all the
+# time says PROCESSORS 2. Those with the greatest COST begin first.
 find_package(GTest REQUIRED)
 if(KORV_DEVICE)
   find_program(KORV_PYTHON NAMES python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)  # has Debian's modules
@@ -15,10 +18,13 @@ set(KORV_TEST_ENVIRONMENT
     "LSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/lsan.supp':print_suppressions=0"
     "UBSAN_OPTIONS=print_stacktrace=1")
 
-# Sets `test` to the name of the CTest test of SUBJECT_test or SUBJECT_test.py.
-function(korv_test_name test group file)
-  string(REGEX REPLACE "_test(\\.py)?$" "" subject ${file})
-  set(${test} ${KORV_BUILD_NAME}/${group}/${subject} PARENT_SCOPE)
+function(korv_test name)
+  cmake_parse_arguments(arg "" "" "COMMAND;NEEDS;ENVIRONMENT;PROPERTIES" ${ARGN})
+  set(test ${KORV_BUILD_NAME}/${name})
+  add_test(NAME ${test} COMMAND ${arg_COMMAND})
+  set_tests_properties(${test} PROPERTIES
+    TIMEOUT 600 LABELS "${arg_NEEDS}"
+    ENVIRONMENT "${KORV_TEST_ENVIRONMENT};${arg_ENVIRONMENT}" ${arg_PROPERTIES})
 endfunction()
 
 # The tests' own code is compiled for a quick build; what they test is compiled as it ships. The last
@@ -34,27 +40,33 @@ target_precompile_headers(precompiled PRIVATE <gmock/gmock.h>)
 
 function(korv_unit_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBS;RUN_BY" ${ARGN})
-  korv_test_name(test unit ${name})
   add_executable(${name} ${arg_SOURCES}
     $<$<BOOL:${KORV_COVERAGE}>:${PROJECT_SOURCE_DIR}/tests/coverage/write_counters_of_children.cpp>)
   target_link_libraries(${name} PRIVATE test_flags ${arg_LIBS})
   if(NOT KORV_COVERAGE)  # which compiles some sources with flags of their own
     target_precompile_headers(${name} REUSE_FROM precompiled)
   endif()
-  add_test(NAME ${test} COMMAND ${arg_RUN_BY} $<TARGET_FILE:${name}> --gtest_brief=1)
-  set_tests_properties(${test} PROPERTIES TIMEOUT 120 ENVIRONMENT "${KORV_TEST_ENVIRONMENT}")
+  string(REGEX REPLACE "_test$" "" subject ${name})
+  korv_test(unit/${subject} NEEDS ${name}
+            COMMAND ${arg_RUN_BY} $<TARGET_FILE:${name}> --gtest_brief=1)
 endfunction()
+
+# What a test needs that runs the program on the device.
+set(KORV_DEVICE_TARGETS korv-agent-mgr regmux icon translations test_locales)
 
 function(korv_pytest group file)
   if(NOT KORV_DEVICE)
     return()
   endif()
-  cmake_parse_arguments(arg "" "" "ENVIRONMENT;PROPERTIES" ${ARGN})
-  korv_test_name(test ${group} ${file})
-  add_test(NAME ${test}
-           COMMAND ${KORV_PYTHON} -m pytest -q -p no:cacheprovider --durations=3
-                   ${CMAKE_CURRENT_SOURCE_DIR}/${file})
-  set_tests_properties(${test} PROPERTIES
-    TIMEOUT 600 ${arg_PROPERTIES}
-    ENVIRONMENT "KORV_BUILD_DIR=${PROJECT_BINARY_DIR};PYTHONDONTWRITEBYTECODE=1;${KORV_TEST_ENVIRONMENT};${arg_ENVIRONMENT}")
+  string(REGEX REPLACE "_test\\.py$" "" subject ${file})
+  cmake_parse_arguments(arg "" "" "NEEDS;ENVIRONMENT;PROPERTIES" ${ARGN})
+  if(group MATCHES "^(device|package|window)$")
+    list(APPEND arg_NEEDS ${KORV_DEVICE_TARGETS})
+  endif()
+  korv_test(${group}/${subject} NEEDS ${arg_NEEDS}
+            COMMAND ${KORV_PYTHON} -m pytest -q -p no:cacheprovider --durations=3
+                    ${CMAKE_CURRENT_SOURCE_DIR}/${file}
+            ENVIRONMENT KORV_BUILD_DIR=${PROJECT_BINARY_DIR} PYTHONDONTWRITEBYTECODE=1
+                        ${arg_ENVIRONMENT}
+            PROPERTIES ${arg_PROPERTIES})
 endfunction()

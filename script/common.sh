@@ -44,11 +44,14 @@ git() {
   command git -c safe.directory="$tree" "$@"
 }
 
-# build PRESET [TARGET...]: configures, in silence unless that fails, and builds.
-build() {
-  local preset=$1
-  shift
+# configure PRESET: in silence unless that fails.
+configure() {
   mkdir -p build
-  cmake --preset "$preset" >build/configure.log 2>&1 || { cat build/configure.log; exit 1; }
-  cmake --build --preset "$preset" ${1:+--target "$@"}
+  cmake --preset "$1" >"build/configure-$1.log" 2>&1 || { cat "build/configure-$1.log"; exit 1; }
+}
+
+# build PRESET [TARGET...]: configures and builds.
+build() {
+  configure "$1"
+  cmake --build --preset "$1" ${2:+--target "${@:2}"}
 }
