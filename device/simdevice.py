@@ -391,7 +391,7 @@ class SimDevice:
         copy.mkdir(parents=True)
         for entry in os.scandir(directory):
             if entry.path not in _HIDDEN:
-                (copy / entry.name).symlink_to(f"{_MACHINE}{entry.path}")
+                os.symlink(f"{_MACHINE}{entry.path}", f"{copy}/{entry.name}")
 
     def _install(self):
         self.database.executescript((_HERE / "schema.sql").read_text())
