@@ -13,6 +13,7 @@ from device.simdevice import SimDevice  # noqa: E402
 from harness.accessibility import Bus  # noqa: E402
 from harness.app import TITLE, App  # noqa: E402
 from harness.desktop import Desktop  # noqa: E402
+from harness.stacks import WITHOUT_NAMES  # noqa: E402
 
 BUILD = pathlib.Path(os.environ.get("KORV_BUILD_DIR", ROOT / "build" / "release")).resolve()
 # As CTest sets it, for those who call pytest themselves.
@@ -69,7 +70,7 @@ def start(request, device, desktop):
               wait=True, title=TITLE):
         desktop.park_pointer()
         inherited = {k: v for k, v in os.environ.items() if not k.startswith(FOREIGN)}
-        variables = {**SANITIZERS, **inherited, **desktop.environment, "LC_ALL": locale,
+        variables = {**SANITIZERS, **WITHOUT_NAMES, **inherited, **desktop.environment, "LC_ALL": locale,
                      "GTK_MODULES": "gail:atk-bridge",
                      "G_DEBUG": "fatal-warnings" if fatal_warnings else None, **(env or {})}
         variables = {k: v for k, v in variables.items() if v is not None}

@@ -1,5 +1,7 @@
 """The harness itself: what it sends arrives, what it reads is true, what goes wrong is told."""
 import os
+import re
+import subprocess
 
 import pytest
 from gi.repository import Atspi
@@ -208,6 +210,15 @@ def test_complains_about_faults(desktop, device, script, complaint):
     app = App(desktop, device, ["/bin/sh", "-c", script], {})
     app.process.wait()
     assert complaint in app.stop() if complaint else app.stop() == ""
+
+
+def test_names_what_is_in_the_stacks_of_a_sanitizer(desktop, device):
+    symbols = subprocess.run(["nm", device.program], capture_output=True, text=True, check=True)
+    address, = re.findall(r"^0*([0-9a-f]+) T main$", symbols.stdout, re.MULTILINE)
+    report = f"ERROR: AddressSanitizer: bad\n    #0 0x7f00 ({device.program}+0x{address})"
+    app = App(desktop, device, ["/bin/echo", report], {})
+    app.process.wait()
+    assert re.search(r"main at /.*/app/main\.cpp:\d+$", app.stop(), re.MULTILINE)
 
 
 def test_a_crash_may_be_meant(desktop, device):

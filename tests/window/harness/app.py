@@ -12,6 +12,7 @@ from Xlib.error import ConnectionClosedError
 from . import accessibility
 from .accessibility import Node, Role, State
 from .processes import is_idle
+from .stacks import with_names
 from .waiting import LIMIT, NOT_THERE, wait_for, whole
 from .windows import Message, Window
 
@@ -91,7 +92,7 @@ class App:
             complaints += WARNINGS.findall(output)
         if ended_itself and self._crashed() and not self._end_was_checked:
             complaints.append(f"ended by signal: status {self.process.program_status}")
-        return f"{output}\n{complaints}" if complaints else ""
+        return with_names(f"{output}\n{complaints}") if complaints else ""
 
     # --- waiting ---
 
