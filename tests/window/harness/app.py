@@ -35,6 +35,7 @@ class App:
         self._output = tempfile.TemporaryFile()
         self._errors = tempfile.TemporaryFile()
         self._root = None
+        self._client = None
         self._end_was_checked = False
         self.process = device.start(argv, env, stdout=self._output, stderr=self._errors)
 
@@ -136,25 +137,33 @@ class App:
         self.wait_for(self._has_keyboard, "the keyboard to belong to the program")
 
     def _has_keyboard(self):
-        windows = self.x_windows()
-        if not windows:
-            return False
         if not self.desktop.manager:
-            self.desktop.give_focus(windows[-1])
+            windows = self.x_windows()
+            if windows:
+                self.desktop.give_focus(windows[-1])
         focus = self.desktop.input_focus()
-        return focus and focus.client() in {window.client() for window in windows} and \
+        return focus and focus.client() == self._x_client() and \
             any(node.has(State.ACTIVE) for node in Node(self, self.root).children)
+
+    def _x_client(self):
+        """What all its X windows have in common, None before the first."""
+        if self._client is None:
+            self._client = next((window.client() for window in self.x_windows()), None)
+        return self._client
 
     def settled(self):
         """Returns when the program has dealt with all input so far, has done what it had left for
         later, has had it drawn, and waits for more; or when it has ended."""
         self.desktop.settle_manager()
-        for step in (self._answers, lambda: is_idle(self.pid), self._answers):
-            wait_for(lambda: not self.running or step(), "the program to deal with its input")
+        asked = []
 
-    def _answers(self):
-        windows = self.x_windows()
-        return not windows or self.desktop.settle_window(windows[0], timeout=0.25)
+        def answers():
+            if not (asked and asked[0].mapped):
+                asked[:] = self.x_windows()[:1]
+            return not asked or self.desktop.settle_window(asked[0], timeout=0.25)
+
+        for step in (answers, lambda: is_idle(self.pid), answers):
+            wait_for(lambda: not self.running or step(), "the program to deal with its input")
 
     def wait_gone(self, window):
         """Waits until the window is closed."""

@@ -6,7 +6,7 @@ from gi.repository import GLib
 from Xlib.error import BadDrawable, BadWindow
 
 LIMIT = 30.0  # seconds; generous, because only a failing test ever waits that long
-STEP = 0.005
+SHORTEST, LONGEST = 0.002, 0.02  # seconds between two looks: what comes at once is seen at once
 
 
 class Gone(Exception):
@@ -24,13 +24,15 @@ def wait_for(condition, what, timeout=LIMIT):
     something goes while it is looked at counts as not yet, and is named as the cause when it was so
     to the end."""
     deadline = time.monotonic() + timeout
+    step = SHORTEST
     while True:
         value, missing = _look(condition)
         if value:
             return value
         if time.monotonic() >= deadline:
             raise AssertionError(f"waited {timeout:g} s for {what}") from missing
-        time.sleep(STEP)
+        time.sleep(step)
+        step = min(step * 1.5, LONGEST)
 
 
 def _look(condition):
