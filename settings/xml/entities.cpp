@@ -52,7 +52,6 @@ void EncodeEntities(char **text) {
   }
 }
 
-// Everywhere in the text, as the entity would be written there.
 void MakeTextReadable(char **text) {
   const char *misplaced = MisplacedCharacter(*text);
   const char character = misplaced == nullptr ? '\0' : *misplaced;

@@ -5,11 +5,11 @@
 // freed and set to the new one.
 #pragma once
 
-// The five entities, one after the other and "&amp;" first: a text that was encoded twice is
-// decoded twice.
+// The five entities are replaced one after the other, "&amp;" first in both directions. "&amp;lt;"
+// is therefore decoded to "<".
 void DecodeEntities(char **text);
 void EncodeEntities(char **text);
 
-// Encodes what decoding has left and the parser would not read at the beginning of a text: ">",
-// alone or in "/>", or a quote that is not closed.
+// The parser does not accept a text that begins with ">", "/>" or a quote that is not closed, as a
+// decoded text may. Encodes that character, everywhere in such a text.
 void MakeTextReadable(char **text);
