@@ -51,8 +51,11 @@ function(korv_unit_test name)
             COMMAND ${arg_RUN_BY} $<TARGET_FILE:${name}> --gtest_brief=1)
 endfunction()
 
-# What a test needs that runs the program on the device.
-set(KORV_DEVICE_TARGETS korv-agent-mgr regmux icon translations test_locales)
+# What a test needs that runs the program on the device. Other languages are tested on one Qt only.
+set(KORV_DEVICE_TARGETS korv-agent-mgr regmux icon translations)
+if(NOT KORV_QT_TESTS_ONLY)
+  list(APPEND KORV_DEVICE_TARGETS test_locales)
+endif()
 
 function(korv_pytest group file)
   if(NOT KORV_DEVICE)
