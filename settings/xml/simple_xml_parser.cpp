@@ -92,10 +92,16 @@ void ParseText(SimpleXML *xml, SimpleXMLElement *element, int32_t begin) {
   SetPosition(element, begin);
 }
 
+// Reads a token that must be of this kind.
+bool ReadAs(TokenKind kind, SimpleXML *xml, SimpleXMLError error, Token *token) {
+  *token = ReadToken(xml);
+  return token->kind == kind || Refuse(xml, *token, error);
+}
+
 bool ReadStartTagName(SimpleXML *xml) {
-  const Token name = ReadToken(xml);
-  if (name.kind != TokenKind::kWord) {
-    return Refuse(xml, name, kSimpleXMLNoElementName);
+  Token name;
+  if (!ReadAs(TokenKind::kWord, xml, kSimpleXMLNoElementName, &name)) {
+    return false;
   }
   xml->start_tag = xml->xml + name.begin;
   xml->start_tag_length = name.length;
@@ -127,13 +133,11 @@ bool ParseChild(SimpleXML *xml, SimpleXMLElement *parent, const Token &opening, 
 
 // Leaves the name in `end_tag`, where it stays until the element of that name is reached.
 bool ReadEndTag(SimpleXML *xml) {
-  const Token name = ReadToken(xml);
-  if (name.kind != TokenKind::kWord) {
-    return Refuse(xml, name, kSimpleXMLNoEndTagName);
-  }
-  const Token close = ReadToken(xml);
-  if (close.kind != TokenKind::kTagClose) {
-    return Refuse(xml, close, kSimpleXMLNoEndTagName);
+  Token name;
+  Token close;
+  if (!ReadAs(TokenKind::kWord, xml, kSimpleXMLNoEndTagName, &name) ||
+      !ReadAs(TokenKind::kTagClose, xml, kSimpleXMLNoEndTagName, &close)) {
+    return false;
   }
   xml->end_tag = xml->xml + name.begin;
   xml->end_tag_length = name.length;

@@ -92,21 +92,18 @@ SimpleXMLAttribute *SimpleAddAttribute(SimpleXMLElement *element, char *name, ch
   REQUIRE(element != nullptr, "element");
   REQUIRE(name != nullptr, "name");
   SimpleXMLNode *node = AddNode(element, kSimpleXMLAttributeNode, grow_by);
-  SimpleXMLAttribute *attribute = Allocate<SimpleXMLAttribute>();
-  attribute->name = name;
-  attribute->value = value;
-  node->object.attribute = attribute;
-  return attribute;
+  node->object.attribute = Allocate<SimpleXMLAttribute>();
+  *node->object.attribute = {name, value};
+  return node->object.attribute;
 }
 
 SimpleXMLText *SimpleAddText(SimpleXMLElement *element, char *text, int32_t grow_by) {
   REQUIRE(element != nullptr, "element");
   REQUIRE(text != nullptr, "text");
   SimpleXMLNode *node = AddNode(element, kSimpleXMLTextNode, grow_by);
-  SimpleXMLText *added = Allocate<SimpleXMLText>();
-  added->text = text;
-  node->object.text = added;
-  return added;
+  node->object.text = Allocate<SimpleXMLText>();
+  *node->object.text = {text};
+  return node->object.text;
 }
 
 SimpleXMLElement *SimpleFindElement(SimpleXMLElement *element, const char *path) {
