@@ -1,6 +1,7 @@
 // Start-up, in its fixed order.
 #include <gtk/gtk.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <optional>
 

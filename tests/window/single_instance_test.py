@@ -4,6 +4,7 @@ import signal
 import subprocess
 
 import pytest
+from conftest import SANITIZERS
 from harness.app import TITLE
 from harness.desktop import ALL_WORKSPACES
 from harness.waiting import LIMIT, wait_for
@@ -260,11 +261,12 @@ def test_prints_into_a_pipe_that_nobody_reads(device, desktop, cover):
                      f'exec /usr/bin/{command} "$@"\n', 0o755)
     reader, writer = os.pipe()
     os.close(reader)
-    first = device.start([device.program], desktop.environment, stdout=writer)
+    environment = {**SANITIZERS, **desktop.environment}
+    first = device.start([device.program], environment, stdout=writer)
     wait_for(lambda: desktop.windows(pid=first.program_pid), "its window")
     window, = desktop.windows(pid=first.program_pid)
     cover()
-    second = device.start([device.program], desktop.environment, stdout=writer)
+    second = device.start([device.program], environment, stdout=writer)
     os.close(writer)
     second.wait(LIMIT)
     assert second.program_status == 0
