@@ -103,7 +103,7 @@ def test_tests_put_their_devices_away(start, memory, tmp_path, number):
     test = tmp_path / "endless_test.py"
     test.write_text("import signal\ndef test_endless(device):\n    signal.pause()\n")
     process = start(sys.executable, "-B", "-m", "pytest", "-p", "no:cacheprovider", "-p", "conftest",
-                    test, env={**os.environ, "PYTHONPATH": str(TREE / "tests/device")})
+                    "--rootdir", tmp_path, test, env={**os.environ, "PYTHONPATH": str(TREE / "tests/device")})
     wait_for(lambda: list(memory.glob("*/bin/regmux")), "the test's device")
     os.killpg(process.pid, number)
     process.communicate(timeout=LIMIT)
