@@ -49,9 +49,12 @@ def cover(desktop):
         window.change_property(desktop.atom("_NET_WM_PID"), Xatom.CARDINAL, 32, [os.getpid()])
         window.map()
         covering = XWindow(desktop, window.id)
-        wait_for(lambda: desktop.stacking()[-1:] == [covering], "the window to cover the others")
-        if not desktop.manager:
+        wait_for(lambda: covering in desktop.stacking(), "the window to be there")
+        if desktop.manager:
+            desktop.activate(covering)  # a new window may have to wait while another is being used
+        else:
             desktop.give_focus(covering)
+        wait_for(lambda: desktop.stacking()[-1] == covering, "the window to cover the others")
         wait_for(lambda: has_keyboard(covering, desktop), "the keyboard to belong to it")
         return covering
 
