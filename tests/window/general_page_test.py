@@ -1,7 +1,7 @@
 """The General page as it opens: what it shows, in which language, and for whom."""
 import pytest
+from frames import frame, margins
 from general import saved
-from harness.accessibility import Role
 from languages import install_made_up, made_up
 
 FIELDS = {"Current Gateway": "192.168.10.5", "Backup Gateway": "192.168.10.6",
@@ -46,8 +46,9 @@ def test_stands_below_one_another_in_two_columns(start):
     for label in ("Current Gateway", "Backup Gateway", "Pull Interval", "Log Level", "Delay Scope"):
         x, _, width, _ = app.label(label).box
         assert x + width <= fields[0].box[0]
-    frame, = (node for node in app.active.find(Role.PANEL) if node.name == "Settings")
-    assert frame.box[2] == 400 and frame.box[3] >= 250
+    width, height = frame(app, "Settings").box[2:]
+    assert width == 400 and height >= 250
+    assert margins(app, "Settings") == (10, 10, 10)
 
 
 def test_without_an_agent_there_is_no_version(start, device):

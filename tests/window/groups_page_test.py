@@ -1,6 +1,7 @@
 """The Groups page: where the groups come from, the list, and what OK stores of it."""
 import pytest
 
+from frames import frame, margins
 from groups import (DHCP, EDIT, STATIC, GroupDialog, add, add_group, committed, edit,
                     open_groups, rows, save, saved)
 from harness.accessibility import Role
@@ -69,8 +70,12 @@ def test_looks_as_it_is_meant_to(start, device):
     app = open_groups(start, device)
     headers = app.table().find(Role.TABLE_COLUMN_HEADER)
     assert headers[0].box[2] == 135 and headers[1].box[2] >= 135
-    frame, = (node for node in app.active.find(Role.PANEL) if node.name == "Static Custom Groups")
-    assert frame.box[2] == 400 and frame.box[3] >= 200
+    width, height = frame(app, "Static Custom Groups").box[2:]
+    assert width == 400 and height >= 200
+    assert margins(app, "Static Custom Groups") == (10, 10, 10)
+    room, wanted = 400 - 2 * (10 + 2) - 2 * 5, 300 + (85 + 2 * 5) + 2 * 10
+    list_box = app.active.first(Role.SCROLL_PANE).box
+    assert list_box[2] == 300 - (wanted - room) // 2, "list and buttons have half of what lacks each"
     tops = [app.radio(DHCP).box[1], app.radio(STATIC).box[1],
             *(app.button(name).box[1] for name in ("Add...", "Edit...", "Delete"))]
     assert tops == sorted(tops)

@@ -15,12 +15,21 @@ def test_shows_two_pages_and_two_buttons(start):
     assert app.label("Current Gateway").showing
     ok, cancel = app.button("OK"), app.button("Cancel")
     assert ok.box[0] < cancel.box[0] and ok.box[1] == cancel.box[1]
-    right_edge = window.box[0] + window.box[2]
-    assert right_edge - (cancel.box[0] + cancel.box[2]) < 40, "the buttons stand to the right"
+    x, y, width, height = app.x_window().box
+    left, top, button_width, button_height = cancel.box
+    assert x + width - (left + button_width) == 10 + 5, "the borders of the window and of the buttons"
+    assert y + height - (top + button_height) == 10 + 10 + 5
     assert min(ok.box[2], cancel.box[2]) >= 85 and cancel.box[0] - (ok.box[0] + ok.box[2]) == 10
     notebook, tab = window.find(Role.PAGE_TAB_LIST)[0], window.find(Role.PAGE_TAB)[0]
-    assert [a - b for a, b in zip(notebook.box, app.x_window().box[:2])] == [10, 10], "the border"
+    assert [a - b for a, b in zip(notebook.box, (x, y))] == [10, 10], "the border"
     assert tab.box[1] - notebook.box[1] < 10, "the tabs are on top"
+
+
+def test_buttons_keep_their_size_however_small_their_texts(start, desktop_with):
+    app = start(desktop=desktop_with(font="DejaVu Sans 4"))
+    assert {app.button(name).box[2:] for name in ("OK", "Cancel")} == {(85, 20)}
+    app.page("Groups")
+    assert {app.button(name).box[2:] for name in ("Add...", "Edit...", "Delete")} == {(85, 20)}
 
 
 def test_stands_in_the_middle_and_cannot_be_resized(start, desktop):
