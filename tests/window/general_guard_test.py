@@ -59,6 +59,23 @@ def test_a_refused_key_brings_back_nothing_deleted_before(entry):
     assert entry.text == "abef"
 
 
+@pytest.mark.parametrize("keys", [("x", "'"), ("'", "x")], ids=["x'", "'x"])
+def test_of_two_texts_of_one_key_over_a_selection_one_can_be_refused(start, desktop, tmp_path, keys):
+    """A user's own key binding can delete and insert more than once."""
+    one, other = keys
+    bindings = tmp_path / "gtkrc"
+    bindings.write_text(f"""binding "two" {{
+        bind "F5" {{ "backspace" () "insert-at-cursor" ("{one}") "insert-at-cursor" ("{other}") }}
+    }}
+    class "GtkEntry" binding "two" """)
+    app = start(env={"GTK2_RC_FILES": f"{desktop.environment['GTK2_RC_FILES']}:{bindings}"})
+    entry = app.entry(LABEL)
+    entry.fill("abcdef")
+    select(entry, 2, 4)
+    app.key("F5")
+    assert (entry.text, entry.caret) == ("abxef", 3)
+
+
 @pytest.mark.parametrize("text", REFUSED)
 def test_a_paste_that_holds_one_is_refused_whole(entry, text):
     copy(entry.app, text)

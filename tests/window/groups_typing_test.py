@@ -286,6 +286,19 @@ def test_a_refused_quote_over_a_name_leaves_all_as_it_was(start, device, keys, v
     assert dialog.name.entry.text != "p1"
 
 
+@pytest.mark.parametrize("name, value", [("Manual Group", "floor2"), ("P1", "lab")])
+def test_a_refused_quote_over_a_picked_name_leaves_its_row_the_active_one(start, device, name, value):
+    app = open_groups(start, device, STORED)
+    dialog = add(app)
+    dialog.name.pick_with_keys(name)
+    row = dialog.name.active
+    assert dialog.name.rows()[row] == name
+    dialog.name.entry.select_all()
+    app.type("'")
+    assert (dialog.texts, dialog.name.active) == ((name, value), row)
+    assert dialog.name.entry.selection == (0, len(name))
+
+
 def test_a_name_is_looked_up_when_its_new_letter_stands_in_the_place_of_the_old(start, device):
     """Not in between, when it is another group's for a moment."""
     app = open_groups(start, device, 'P="p";P2="two"')
