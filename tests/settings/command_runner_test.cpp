@@ -31,7 +31,7 @@ struct Output {
 };
 
 template <typename... Arguments>
-Output RunAndRead(const char *format, Arguments... arguments) {
+Output RunAndReadFormat(const char *format, Arguments... arguments) {
   Output output;
   std::FILE *stream = nullptr;
   output.result = OpenCommandOutput(&stream, &output.child, format, arguments...);
@@ -42,6 +42,11 @@ Output RunAndRead(const char *format, Arguments... arguments) {
     std::fclose(stream);
   }
   return output;
+}
+
+// As it stands, percent signs and all.
+Output RunAndRead(const char *command) {
+  return RunAndReadFormat("%s", command);
 }
 
 // Runs `body` in a child of its own, whose descriptors and limits it may spoil; its exit code.
@@ -165,7 +170,7 @@ TEST(WaitChild, NoSuchChildGivesMinusOne) {
 }
 
 TEST(OpenCommandOutput, ReadsBothOutputsInOrder) {
-  const Output output = RunAndRead("echo %s; echo two >&2; echo three", "one");
+  const Output output = RunAndReadFormat("echo %s; echo two >&2; echo three", "one");
   EXPECT_EQ(output.result, 0);
   EXPECT_EQ(output.text, "one\ntwo\nthree\n");
   EXPECT_GT(output.child, 0);
@@ -192,7 +197,7 @@ TEST(OpenCommandOutput, LeavesNoDescriptorOpen) {
 
 TEST(OpenCommandOutput, LeavesNoEndOfThePipeOpenInTheCommand) {
   const std::string inherited = InheritedDescriptors();
-  const Output output = RunAndRead("%s", kListDescriptors);
+  const Output output = RunAndRead(kListDescriptors);
   EXPECT_EQ(output.text, inherited);
   WaitChild(output.child);
 }
@@ -232,8 +237,8 @@ TEST(OpenCommandOutput, ReadsBothOutputsWhenThePipeIsDescriptorTwoAlready) {
 
 TEST(OpenCommandOutput, CutsTheCommandLineAsRunCommandDoes) {
   const std::string filler(4093 - std::string("a=;echo 12").size(), 'x');
-  EXPECT_EQ(RunAndRead("a=%s;echo %s", filler.c_str(), "12").text, "12\n");
-  EXPECT_EQ(RunAndRead("a=%s;echo %s", filler.c_str(), "123").text, "12\n");
+  EXPECT_EQ(RunAndReadFormat("a=%s;echo %s", filler.c_str(), "12").text, "12\n");
+  EXPECT_EQ(RunAndReadFormat("a=%s;echo %s", filler.c_str(), "123").text, "12\n");
 }
 
 }  // namespace
