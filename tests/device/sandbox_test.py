@@ -27,6 +27,15 @@ except OSError:
     print("held by", struct.unpack("hhqqi", fcntl.fcntl(file, fcntl.F_GETLK, asked))[4])
 """
 
+# Says that it waits for SIGTERM, then ends with a status of its own.
+WAIT_SCRIPT = """
+import signal, sys
+signal.pthread_sigmask(signal.SIG_BLOCK, {signal.SIGTERM})
+print("waiting", flush=True)
+signal.sigwait({signal.SIGTERM})
+sys.exit(7)
+"""
+
 
 # ---- What is there ----
 
@@ -218,8 +227,8 @@ def test_the_programs_own_end_is_known(device, script, status):
 
 
 def test_a_signal_goes_to_the_program_itself(device):
-    program = device.start(["/bin/bash", "-c", "trap 'exit 7' TERM; echo; while :; do read; done"],
-                           stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    # It waits for the signal itself: a shell may go into its next read just after one has come.
+    program = device.start([sys.executable, "-c", WAIT_SCRIPT], stdout=subprocess.PIPE)
     program.stdout.readline()
     assert program.program_status is None
     program.terminate()
