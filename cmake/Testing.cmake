@@ -9,6 +9,7 @@
 # several build trees. script/test runs two at a time for each processor: a test that computes all the
 # time says PROCESSORS 2. Those with the greatest COST begin first.
 find_package(GTest REQUIRED)
+set(KORV_LOCALES ${PROJECT_BINARY_DIR}/locales CACHE PATH "Where the tests' locales are made")
 if(KORV_DEVICE)
   find_program(KORV_PYTHON NAMES python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)  # has Debian's modules
 endif()
@@ -51,11 +52,8 @@ function(korv_unit_test name)
             COMMAND ${arg_RUN_BY} $<TARGET_FILE:${name}> --gtest_brief=1)
 endfunction()
 
-# What a test needs that runs the program on the device. Other languages are tested on one Qt only.
-set(KORV_DEVICE_TARGETS korv-agent-mgr regmux icon translations)
-if(NOT KORV_QT_TESTS_ONLY)
-  list(APPEND KORV_DEVICE_TARGETS test_locales)
-endif()
+# What a test needs that runs the program on the device.
+set(KORV_DEVICE_TARGETS korv-agent-mgr regmux icon translations test_locales)
 
 function(korv_pytest group file)
   if(NOT KORV_DEVICE)
@@ -69,7 +67,7 @@ function(korv_pytest group file)
   korv_test(${group}/${subject} NEEDS ${arg_NEEDS}
             COMMAND ${KORV_PYTHON} -m pytest -q -p no:cacheprovider --durations=3
                     ${CMAKE_CURRENT_SOURCE_DIR}/${file}
-            ENVIRONMENT KORV_BUILD_DIR=${PROJECT_BINARY_DIR} PYTHONDONTWRITEBYTECODE=1
-                        ${arg_ENVIRONMENT}
+            ENVIRONMENT KORV_BUILD_DIR=${PROJECT_BINARY_DIR} KORV_LOCALES=${KORV_LOCALES}
+                        PYTHONDONTWRITEBYTECODE=1 ${arg_ENVIRONMENT}
             PROPERTIES ${arg_PROPERTIES})
 endfunction()

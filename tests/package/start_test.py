@@ -4,6 +4,7 @@ The package is never installed on the machine: what the program reads goes where
 such files, and the program itself into the device's own directory on the search path.
 """
 import io
+import os
 import pathlib
 
 import debian_package
@@ -46,8 +47,7 @@ def test_saves(start, device):
 
 @pytest.mark.parametrize("locale", ["de_DE.UTF-8", "de_DE.UTF8", "de_DE.utf8", "de_DE.utf-8"])
 def test_reads_its_own_string_tables_however_the_locale_is_spelled(start, locale):
-    locales = debian_package.BUILD / "tests/translations/locales"
-    app = start(locale=locale, env={"LOCPATH": str(locales)}, title="Agent-Konfiguration")
+    app = start(locale=locale, env={"LOCPATH": os.environ["KORV_LOCALES"]}, title="Agent-Konfiguration")
     assert app.button("Abbrechen").showing
 
 

@@ -16,7 +16,8 @@ from harness.desktop import Desktop  # noqa: E402
 from harness.stacks import WITHOUT_NAMES  # noqa: E402
 
 BUILD = pathlib.Path(os.environ.get("KORV_BUILD_DIR", ROOT / "build" / "release")).resolve()
-# As CTest sets it, for those who call pytest themselves.
+# As CTest sets them, for those who call pytest themselves.
+LOCALES = os.environ.get("KORV_LOCALES", str(BUILD.parent / "locales"))
 SANITIZERS = {"LSAN_OPTIONS": f"suppressions='{ROOT}/tests/lsan.supp':print_suppressions=0"}
 # What the tests' own surroundings must not decide.
 FOREIGN = ("LC_", "LANG", "XDG_", "XMODIFIERS", "GTK_", "G_", "DBUS_", "LD_LIBRARY_PATH")

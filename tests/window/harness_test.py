@@ -6,7 +6,7 @@ import subprocess
 import pytest
 from gi.repository import Atspi
 from harness.accessibility import Node
-from harness.app import App
+from harness.app import TITLE, App
 from harness.desktop import pictures_differ
 from harness.waiting import NOT_THERE, there, wait_for, whole
 from PIL import Image
@@ -227,6 +227,13 @@ def test_a_crash_may_be_meant(desktop, device):
         app.wait_exit()
     app.wait_crash()
     assert app.stop() == ""
+
+
+def test_tells_what_is_on_the_screen_of_a_program_without_accessibility(start, tmp_path):
+    app = start(env={"GTK_MODULES": None, "NO_AT_BRIDGE": "1"}, wait=False)
+    app.wait_active(TITLE)
+    assert TITLE in app.report(tmp_path / "screen.png")
+    assert (tmp_path / "screen.png").exists()
 
 
 def test_waits_no_longer_than_the_program_runs(desktop, device):

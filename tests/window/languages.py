@@ -1,8 +1,6 @@
 """The program in other languages: those that are shipped, and one made up for a test."""
-from conftest import BUILD
+from conftest import LOCALES
 from tests.translations.written_texts import read_texts
-
-LOCALES = BUILD / "tests" / "translations" / "locales"
 
 
 def language_of(locale):
@@ -16,7 +14,7 @@ def start_in(locale, start, device, **options):
     device.install_languages()
     written = {key: text.replace("<br>", "\r")
                for key, text in read_texts(language_of(locale)).items()}
-    app = start(locale=locale, env={"LOCPATH": str(LOCALES)}, title=written["Title"], **options)
+    app = start(locale=locale, env={"LOCPATH": LOCALES}, title=written["Title"], **options)
     app.written = written
     return app
 

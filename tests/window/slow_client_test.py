@@ -1,10 +1,10 @@
-"""A registry whose client takes two seconds a call: slow, but nothing is lost."""
+"""A registry whose client takes a second for each call: slow, but nothing is lost."""
 from device_calls import gets, written, writes
 from harness.app import TITLE
 from harness.waiting import LIMIT, wait_for
 from save_test import DEFAULTS, committed
 
-SECONDS = 2
+SECONDS = 1
 CALLS = {"start": 7, "OK": 15, "refresh": 1}
 
 
@@ -13,7 +13,7 @@ def in_time(*what):
     return SECONDS * sum(CALLS[each] for each in what) + LIMIT
 
 
-def test_two_seconds_a_call(start, device):
+def test_what_is_typed_and_pressed_meanwhile(start, device):
     device.faults.delay(SECONDS)
     app = start(wait=False)
     app.wait_for(lambda: app.x_window(TITLE), "the window", in_time("start"))

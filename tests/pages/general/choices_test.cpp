@@ -3,12 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
+#include <climits>
 
 namespace {
-
-constexpr int kLowest = std::numeric_limits<int>::min();
-constexpr int kHighest = std::numeric_limits<int>::max();
 
 TEST(StoredNumber, IsWhatTheTextBeginsWith) {
   const std::pair<const char *, int> cases[] = {
@@ -22,13 +19,13 @@ TEST(StoredNumber, IsWhatTheTextBeginsWith) {
       {"0x1E", 0},
       {"abc", 0},
       {" ", 0},
-      {"2147483647", kHighest},
-      {"2147483648", kHighest},
-      {"4294967296", kHighest},
-      {"-2147483648", kLowest},
-      {"-2147483649", kLowest},
-      {"99999999999999999999", kHighest},
-      {"-99999999999999999999", kLowest},
+      {"2147483647", INT_MAX},
+      {"2147483648", INT_MAX},
+      {"4294967296", INT_MAX},
+      {"-2147483648", INT_MIN},
+      {"-2147483649", INT_MIN},
+      {"99999999999999999999", INT_MAX},
+      {"-99999999999999999999", INT_MIN},
   };
   for (const auto &[text, number] : cases) {
     EXPECT_EQ(StoredNumber(text, 7), number) << text;

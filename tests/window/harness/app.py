@@ -123,13 +123,16 @@ class App:
         return self
 
     def wait_active(self, title):
-        """Waits for a window with the title to be active and at rest, by the window manager's word
-        alone, for a program that is not on the accessibility bus."""
-        def active():
-            window = self.desktop.active_window()
-            return window and window.pid == self.pid and window.title == title
-        self.wait_for(active, f"the window {title!r} to be active")
-        self.settled()
+        """Waits for a window with the title to be active and at rest, by the word of the window
+        manager and the X server alone, for a program that is not on the accessibility bus."""
+        def has_keyboard():
+            window, focus = self.desktop.active_window(), self.desktop.input_focus()
+            return window and window.pid == self.pid and window.title == title and \
+                focus and focus.client() == window.client()
+
+        def keeps_keyboard():  # a window manager may hand it out twice before it rests
+            return has_keyboard() and (self.settled() or has_keyboard())
+        self.wait_for(keeps_keyboard, f"the window {title!r} to be active")
 
     def ready_for_input(self):
         """Waits until the keyboard belongs to a window of the program; without a window manager
@@ -357,8 +360,13 @@ class App:
             self.desktop.picture().save(path)
         except ConnectionClosedError:
             path = "none, the X server has ended"
-        try:
-            texts = self.texts() if self.running else f"ended with {self.process.program_status}"
-        except NOT_THERE as problem:
-            texts = f"unreadable: {problem}"
+        if not self.running:
+            texts = f"ended with {self.process.program_status}"
+        elif not self.root:
+            texts = f"not on the accessibility bus; X windows: {self.x_windows()}"
+        else:
+            try:
+                texts = self.texts()
+            except (AssertionError, *NOT_THERE) as problem:
+                texts = f"unreadable: {problem}"
         return f"visible: {texts}\nstdout: {self.stdout}\nstderr: {self.stderr}\npicture: {path}"
