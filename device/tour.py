@@ -29,8 +29,9 @@ class Tour:
     def wait_for_window(self):
         """Waits until another window of the program is in use than before."""
         def opened():
-            window = self._desktop.active_window()
-            return window != self._window and window in self._windows() and window
+            window, focus = self._desktop.active_window(), self._desktop.input_focus()
+            return window != self._window and window in self._windows() and \
+                focus and focus.client() == window.client() and window
         self._window = self._wait_for(opened, "the program's next window")
         if self._program.poll() is not None:
             raise SystemExit(f"The program has ended with status {self._program.program_status}.")

@@ -3,6 +3,7 @@
 import os
 import re
 import subprocess
+import sys
 
 import pytest
 from conftest import BUILD_DIR, LIMIT, TREE
@@ -41,6 +42,13 @@ def test_the_tour_shows_every_step_and_what_changed(demo, tmp_path):
         "A short tour:\n", *(f"  the pictures/{picture.name}\n" for picture in pictures),
         "Changed in the registry:\n", "  CurrentGateway: 192.168.10.5 -> 10.20.30.40\n"])
     assert len({window(picture) for picture in pictures}) == 4
+
+
+def test_the_tour_needs_no_package_that_only_tests_have():
+    """With the packages that script/setup installs for the demo."""
+    hidden = "import sys; sys.modules.update(dict.fromkeys(('gi', 'pytest', '_pytest')))"
+    subprocess.run([sys.executable, "-c", f"{hidden}; sys.path.insert(0, 'device'); import tour"],
+                   cwd=TREE, check=True)
 
 
 def test_without_a_display_the_tour_is_taken_in_any_surroundings(demo, tmp_path):
