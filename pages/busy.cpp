@@ -5,22 +5,19 @@
 
 namespace {
 
-// Invisible, over the whole window. The X server would not know it otherwise, and the toolkit would
-// show its pointer only once the main loop runs again: so it is made a window of the server and
-// gets its pointer there.
-GdkWindow *NewCover(GdkWindow *window) {
-  GdkWindowAttr attributes = {};
-  attributes.window_type = GDK_WINDOW_CHILD;
-  attributes.wclass = GDK_INPUT_ONLY;
-  attributes.width = gdk_window_get_width(window);
-  attributes.height = gdk_window_get_height(window);
-  GdkWindow *cover = gdk_window_new(window, &attributes, 0);
-  gdk_window_ensure_native(cover);
+// Invisible, over the whole window. The toolkit's own windows are unknown to the X server, and one
+// that it is told of (gdk_window_ensure_native) leaves memory behind: so it is the server's alone.
+Window NewCover(GdkWindow *window) {
+  Display *server = GDK_WINDOW_XDISPLAY(window);
   GdkCursor *watch = gdk_cursor_new_for_display(gdk_window_get_display(window), GDK_WATCH);
-  XDefineCursor(GDK_WINDOW_XDISPLAY(cover), GDK_WINDOW_XID(cover),
-                gdk_x11_cursor_get_xcursor(watch));
+  XSetWindowAttributes attributes = {};
+  attributes.cursor = gdk_x11_cursor_get_xcursor(watch);
+  const Window cover = XCreateWindow(server, GDK_WINDOW_XID(window), 0, 0,
+                                     static_cast<unsigned>(gdk_window_get_width(window)),
+                                     static_cast<unsigned>(gdk_window_get_height(window)), 0, 0,
+                                     InputOnly, nullptr, CWCursor, &attributes);
+  XMapRaised(server, cover);
   gdk_cursor_unref(watch);
-  gdk_window_show(cover);
   return cover;
 }
 
@@ -51,18 +48,17 @@ void DropInput() {
 }  // namespace
 
 // Other programs can destroy the window at any time: what the server refuses is passed over.
-Busy::Busy(GtkWidget *inside) {
+Busy::Busy(GtkWidget *inside) : display_(gtk_widget_get_display(inside)) {
   gdk_error_trap_push();
   cover_ = NewCover(gtk_widget_get_window(gtk_widget_get_toplevel(inside)));
-  gdk_display_sync(gdk_window_get_display(cover_));
+  gdk_display_sync(display_);
   gdk_error_trap_pop();
 }
 
 Busy::~Busy() {
-  GdkDisplay *display = gdk_window_get_display(cover_);
   gdk_error_trap_push();
-  gdk_window_destroy(cover_);
-  gdk_display_sync(display);  // all that was typed until now has arrived
+  XDestroyWindow(GDK_DISPLAY_XDISPLAY(display_), cover_);
+  gdk_display_sync(display_);  // all that was typed until now has arrived
   gdk_error_trap_pop();
   DropInput();
 }

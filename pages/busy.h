@@ -19,5 +19,6 @@ class Busy {
   Busy &operator=(const Busy &) = delete;
 
  private:
-  GdkWindow *cover_;
+  GdkDisplay *display_;
+  unsigned long cover_;  // a window of the X server
 };

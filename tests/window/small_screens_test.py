@@ -3,6 +3,8 @@
 The frames keep their 400 pixels however large the type is, so at 18 points some texts in them are
 cut; at 10 points none is. The list is left out: its columns are 135 pixels wide, and it scrolls.
 """
+import itertools
+
 import gi
 import pytest
 from gi.repository import Atspi
@@ -51,13 +53,31 @@ def shrunk(box, border):
     return (x + border, y + border, width - 2 * border, height - 2 * border)
 
 
-def seen_in(node):
-    """Everything to be seen below the node, except what is in the list."""
+class Part:
+    """Something to be seen: its role, and that of the node around it; its place; its text, "" for
+    none, and the box in which that is laid out, cut off or not."""
+
+    def __init__(self, node, parent_role):
+        self.role, self.parent_role, self.name, self.box = node.role, parent_role, node.name, node.box
+        self.text, self.text_box = text_of(node, self.box)
+
+    def __repr__(self):
+        return f"<{self.role.value_nick} {self.name!r} at {self.box}, its text at {self.text_box}>"
+
+
+def seen_in(node, role):
+    """Everything to be seen below the node of that role, except what is in the list."""
     for child in node.children:
         if child.showing:
-            yield child
-            if child.role != Role.SCROLL_PANE:
-                yield from seen_in(child)
+            part = Part(child, role)
+            yield part
+            if part.role != Role.SCROLL_PANE:
+                yield from seen_in(child, part.role)
+
+
+def parts_of(window):
+    window.app.settled()
+    return list(seen_in(window, window.role))
 
 
 def room_needed(text, font):
@@ -68,60 +88,56 @@ def room_needed(text, font):
     return layout.get_pixel_size()
 
 
-def text_of(node):
-    """The node's text, "" for none, and the box in which it is laid out, cut off or not."""
+def text_of(node, box):
+    """The text of a node in this box, and the box of the text."""
     length = "Text" in node.accessible.get_interfaces() and \
         Atspi.Text.get_character_count(node.accessible)
     if not length:
-        return "", node.box
+        return "", box
     box = Atspi.Text.get_range_extents(node.accessible, 0, length, Atspi.CoordType.SCREEN)
     return Atspi.Text.get_text(node.accessible, 0, length), (box.x, box.y, box.width, box.height)
 
 
-def is_cut(node, font):
-    """Whether the node shows a part of its text only, or an ellipsis in its place."""
-    text, box = text_of(node)
-    if not text:
+def is_cut(part, font):
+    """Whether the part shows some of its text only, or an ellipsis in its place."""
+    if not part.text:
         return False
-    width, height = room_needed(text, font)
-    is_wrapped = box[3] > height
-    is_short = box[2] + ROUNDING < width and not is_wrapped
-    return is_short or not is_inside(box, shrunk(node.box, ENTRY_FRAME * (node.role == Role.TEXT)))
+    width, height = room_needed(part.text, font)
+    is_wrapped = part.text_box[3] > height
+    is_short = part.text_box[2] + ROUNDING < width and not is_wrapped
+    room = shrunk(part.box, ENTRY_FRAME * (part.role == Role.TEXT))
+    return is_short or not is_inside(part.text_box, room)
 
 
-def outside(app, window):
+def outside(window, parts):
     """What is not in the window, or not on the screen."""
-    app.settled()
     found = [] if is_inside(window.box, (0, 0, *SCREEN)) else [f"{window} at {window.box}"]
-    inner = app.desktop.active_window().box
-    for node in seen_in(window):
-        _, box = text_of(node)
-        if not is_inside(node.box, inner) or not is_inside(box, inner):
-            found.append(f"{node} at {node.box}, its text at {box}")
-    return found
+    inner = window.app.desktop.active_window().box
+    return found + [part for part in parts
+                    if not is_inside(part.box, inner) or not is_inside(part.text_box, inner)]
 
 
-def overlapping(window):
-    parts = [node for node in seen_in(window) if node.role in PARTS
-             and node.accessible.get_parent().get_role() != Role.COMBO_BOX]
-    boxes = [node.box for node in parts]
-    return [f"{parts[one]} and {parts[other]}" for one in range(len(parts)) for other in range(one)
-            if overlap(boxes[one], boxes[other])]
+def overlapping(parts):
+    apart = [part for part in parts if part.role in PARTS and part.parent_role != Role.COMBO_BOX]
+    return [(one, other) for one, other in itertools.combinations(apart, 2)
+            if overlap(one.box, other.box)]
 
 
 @in_each_language
 def test_everything_is_on_the_screen_with_large_type(begin, language):
     app = begin(language, LARGE)
-    found = {what: outside(app, window) for what, window in every_window(app)}
+    found = {what: outside(window, parts_of(window)) for what, window in every_window(app)}
     assert {what: faults for what, faults in found.items() if faults} == {}
 
 
 @in_each_language
 def test_nothing_is_cut_with_small_type(begin, language):
     app = begin(language, SMALL)
-    found = {what: outside(app, window) + overlapping(window)
-             + [f"{node} is cut" for node in seen_in(window) if is_cut(node, SMALL)]
-             for what, window in every_window(app)}
+    found = {}
+    for what, window in every_window(app):
+        parts = parts_of(window)
+        found[what] = outside(window, parts) + overlapping(parts) + \
+            [("cut", part) for part in parts if is_cut(part, SMALL)]
     assert {what: faults for what, faults in found.items() if faults} == {}
 
 
@@ -150,7 +166,7 @@ def test_every_choice_fits_its_field_with_small_type(begin, language):
             app.key("Up")
         for row in combo.rows():
             assert combo.shown == row
-            assert not is_cut(combo.entry, SMALL), row
+            assert not is_cut(Part(combo.entry, combo.role), SMALL), row
             app.key("Down")
     level = app.combo(app.written["Label_Log"])
     for row in level.rows():
