@@ -39,9 +39,11 @@ def read_announced(argv, option, env, log, **options):
 
 def is_idle(pid):
     """Whether the program's main loop sleeps; a wait for the answer to a request of its own polls one
-    file. A program that has ended is idle."""
+    file. A program that has ended is idle; one that is just ending only root can look into."""
     try:
         call = pathlib.Path(f"/proc/{pid}/syscall").read_text().split()
     except (FileNotFoundError, ProcessLookupError):
         return True
+    except PermissionError:
+        return False
     return call[0] in POLL and int(call[2], 16) > 1
