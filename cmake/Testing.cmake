@@ -2,12 +2,14 @@
 # needs these targets: script/test builds no others.
 # korv_unit_test(SUBJECT_test SOURCES... LIBS... [RUN_BY...]): a GoogleTest program; RUN_BY is a
 # command that runs it.
-# korv_pytest(GROUP FILE [NEEDS...] [ENVIRONMENT...] [PROPERTIES...]): a pytest file; none in a build
-# without the device, which does with the compiler alone.
+# korv_pytest(GROUP FILE [ON_ALL_PROCESSORS] [NEEDS...] [ENVIRONMENT...] [PROPERTIES...]): a pytest
+# file; none in a build without the device, which does with the compiler alone. It runs on one
+# processor unless it is about what happens at the same moment.
 #
 # A test is named BUILD/GROUP/SUBJECT. The build's name comes first, so that one CTest run can cover
-# several build trees. script/test runs two at a time for each processor: a test that computes all the
-# time says PROCESSORS 2. Those with the greatest COST begin first.
+# several build trees. script/test runs three at a time for each processor, since most wait most of
+# the time: a test that computes says PROCESSORS 3. Those with the greatest COST begin first, so that
+# no long one is left to run alone at the end.
 find_package(GTest REQUIRED)
 set(KORV_LOCALES ${PROJECT_BINARY_DIR}/locales CACHE PATH "Where the tests' locales are made")
 if(KORV_DEVICE)
@@ -60,12 +62,16 @@ function(korv_pytest group file)
     return()
   endif()
   string(REGEX REPLACE "_test\\.py$" "" subject ${file})
-  cmake_parse_arguments(arg "" "" "NEEDS;ENVIRONMENT;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(arg "ON_ALL_PROCESSORS" "" "NEEDS;ENVIRONMENT;PROPERTIES" ${ARGN})
+  if(NOT arg_ON_ALL_PROCESSORS)
+    list(APPEND arg_PROPERTIES RESOURCE_GROUPS processors:1)
+  endif()
   if(group MATCHES "^(device|package|window)$")
     list(APPEND arg_NEEDS ${KORV_DEVICE_TARGETS})
   endif()
   korv_test(${group}/${subject} NEEDS ${arg_NEEDS}
-            COMMAND ${KORV_PYTHON} -m pytest -q -p no:cacheprovider --durations=3
+            COMMAND ${PROJECT_SOURCE_DIR}/tests/support/on_one_processor
+                    ${KORV_PYTHON} -m pytest -q -p no:cacheprovider --durations=3
                     ${CMAKE_CURRENT_SOURCE_DIR}/${file}
             ENVIRONMENT KORV_BUILD_DIR=${PROJECT_BINARY_DIR} KORV_LOCALES=${KORV_LOCALES}
                         PYTHONDONTWRITEBYTECODE=1 ${arg_ENVIRONMENT}

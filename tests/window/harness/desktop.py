@@ -77,7 +77,7 @@ class Desktop:
         plain = {**os.environ, **bus.environment, "GSETTINGS_BACKEND": "memory"}
         server, number = read_announced(
             ["Xvfb", "-screen", "0", f"{size[0]}x{size[1]}x24", "-dpi", "96", "-nolisten", "tcp",
-             "-noreset"], lambda writer: ["-displayfd", str(writer)], plain, self._log)
+             "-noreset", "-extension", "GLX"], lambda writer: ["-displayfd", str(writer)], plain, self._log)
         self._helpers.append(server)
         self._server = server
         self.name = f":{number}"
