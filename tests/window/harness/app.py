@@ -309,9 +309,11 @@ class App:
 
     def click_at(self, x, y, button=1, settle=True):
         self.ready_for_input()
-        self.desktop.click_at(x, y, button)
         if settle:
+            self.desktop.press_at(x, y, button)
             self.settled()
+        else:
+            self.desktop.click_at(x, y, button)
 
     def drag(self, start, end):
         """Drags what is selected at one point of the screen to another and drops it there, to be

@@ -217,12 +217,16 @@ class Desktop:
         xtest.fake_input(self.display, X.MotionNotify, x=x, y=y)
         self.display.sync()
 
-    def click_at(self, x, y, button=1):
+    def press_at(self, x, y, button=1):
         """Moves the pointer and presses and releases a button there (4 and 5 are the wheel)."""
         xtest.fake_input(self.display, X.MotionNotify, x=x, y=y)
         xtest.fake_input(self.display, X.ButtonPress, button)
         xtest.fake_input(self.display, X.ButtonRelease, button)
         self.display.sync()
+
+    def click_at(self, x, y, button=1):
+        """The same, and the window manager has dealt with it."""
+        self.press_at(x, y, button)
         self.settle_manager()
 
     def hold_button(self, button=1):
