@@ -1,15 +1,20 @@
 """What the window says of the agent's version, and what the commands see of LD_LIBRARY_PATH."""
 import pytest
+from gi.repository import Atspi
 from harness.accessibility import Role
 from harness.xwindow import XWindow
+from PIL import Image, ImageChops
 
 LIBRARY = "/etc/vexaagent/lib"
 
 
+def version_label(app):
+    """The label after "Agent Version :"."""
+    return next(label for label in app.window().find(Role.LABEL) if label.label == "Agent Version :")
+
+
 def version(app):
-    """The text after "Agent Version :"."""
-    return next(label.name for label in app.window().find(Role.LABEL)
-                if label.label == "Agent Version :")
+    return version_label(app).name
 
 
 @pytest.mark.parametrize("output, shown", [
@@ -93,6 +98,39 @@ def test_the_window_is_as_large_as_ever(start, device, usual_size, output):
     assert start().x_window().box[2:] == usual_size
 
 
+def text_shown(app):
+    """The version's text as it is laid out, shortened or not."""
+    label = version_label(app).accessible
+    return Atspi.Text.get_text(label, 0, Atspi.Text.get_character_count(label))
+
+
+def test_a_version_that_fits_is_shown_whole(start, device):
+    says(device, b"5.2.1-beta (build 77)")
+    assert text_shown(start()) == "5.2.1-beta (build 77)"
+
+
+@pytest.mark.parametrize("separator", ["\r", "\t" * 9, "\u2028", "\u2029"],
+                         ids=["return", "tabs", "line separator", "paragraph separator"])
+def test_of_a_version_of_too_many_lines_the_first_is_shown(start, device, separator):
+    says(device, separator.join(["5.2.1", "Build", "77"]).encode())
+    assert text_shown(start()) == "5.2.1\u2026"
+
+
+def last_ink(picture):
+    """The height of what is drawn last in a line: of the rightmost columns that are not empty."""
+    ink = ImageChops.difference(picture, Image.new("RGB", picture.size, picture.getpixel((0, 0))))
+    right = ink.getbbox()[2]
+    _, top, _, bottom = ink.crop((right - 2, 0, right, picture.height)).getbbox()
+    return bottom - top
+
+
+def test_a_line_that_does_not_fit_ends_in_an_ellipsis(start, device):
+    says(device, b"W" * 200)
+    app = start()
+    picture = app.picture(version_label(app))
+    assert last_ink(picture) <= picture.height // 4
+
+
 def tooltip(app):
     """The box of the tooltip on the screen, None when there is none: the one window of the program
     that the window manager does not manage."""
@@ -109,7 +147,7 @@ def tooltip(app):
 def test_a_version_that_does_not_fit_can_be_read_in_a_tooltip(start, device, desktop, whole, lines):
     says(device, whole.encode() + b"\n")
     app = start()
-    shown = next(node for node in app.active.find(Role.LABEL) if node.label == "Agent Version :")
+    shown = version_label(app)
     assert shown.name == whole + "\n", "for assistive tools"
     x, y, _, height = shown.box
     desktop.move_pointer(x + 10, y + height // 4)
@@ -118,3 +156,14 @@ def test_a_version_that_does_not_fit_can_be_read_in_a_tooltip(start, device, des
     assert tip_y >= 0 and tip_y + tip_height <= desktop.size[1]
     line_height = height // 2  # the label has the agent's line end
     assert tip_height >= lines * line_height
+
+
+def test_the_tooltip_breaks_a_version_without_blanks_and_adds_nothing(start, device, desktop):
+    says(device, b"W" * 200)
+    app = start()
+    x, y, _, height = version_label(app).box
+    desktop.move_pointer(x + 10, y + height // 2)
+    tip_x, tip_y, tip_width, _ = app.wait_for(lambda: tooltip(app), "the tooltip")
+    app.settled()
+    first_line = desktop.picture((tip_x + 2, tip_y + 2, tip_width - 4, height))
+    assert last_ink(first_line) > height // 3, "a letter, no hyphen"

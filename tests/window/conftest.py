@@ -22,6 +22,8 @@ SANITIZERS = {"LSAN_OPTIONS": f"suppressions='{ROOT}/tests/lsan.supp':print_supp
 # What the tests' own surroundings must not decide.
 FOREIGN = ("LC_", "LANG", "XDG_", "XMODIFIERS", "GTK_", "G_", "DBUS_", "LD_LIBRARY_PATH")
 
+os.environ["FONTCONFIG_FILE"] = str(ROOT / "tests/window/harness/fonts.conf")
+
 # The end of the terminal, and SIGTERM, are taken as Ctrl-C is: fixtures put away what they have made.
 for way_to_end in (signal.SIGHUP, signal.SIGTERM):
     signal.signal(way_to_end, signal.default_int_handler)

@@ -116,55 +116,34 @@ def reading(locales):
     return pytest.mark.parametrize("locale", locales.values(), ids=locales.keys())
 
 
-@reading({**READ_IN, **FURTHER})
-def test_both_pages_are_in_the_language(start, device, locale):
-    reader = Reader(start, device, locale)
+def read_both_pages(reader):
     reader.sees(*WINDOW, *GENERAL)
     assert reader.app.combo(reader["Label_Interval"]).rows() == reader.rows("PullInterval")
     assert reader.app.combo(reader["Label_Log"]).rows() == reader.rows("LogLevel")
     assert reader.app.combo(reader["Label_Delay"]).rows() == reader.rows("DelayScope")
     reader.turns_to("Page_Groups")
     reader.sees(*WINDOW, *GROUPS)
+    reader.turns_to("Page_General")
 
 
-@reading(READ_IN)
-def test_the_general_pages_messages_are_in_the_language(start, device, locale):
-    reader = Reader(start, device, locale)
-    reader.enters("Label_Interval", "", "Msg_PageGeneral_Interval_Err1")
+def read_the_general_pages_messages(reader):
+    """The last of each field leaves what can be saved."""
     reader.enters("Label_Interval", "10081", "Msg_PageGeneral_Interval_Err2")
     reader.enters("Label_Interval", "x", "Msg_PageGeneral_Interval_Err3")
     reader.enters("Label_Interval", "1" * 50, "Msg_PageGeneral_Interval_Err4", key="Left")
-    reader.enters("Label_Delay", "", "Msg_PageGeneral_Delay_Err2")
+    reader.enters("Label_Interval", "", "Msg_PageGeneral_Interval_Err1")
     reader.enters("Label_Delay", "61", "Msg_PageGeneral_Delay_Err3")
     reader.enters("Label_Delay", "x", "Msg_PageGeneral_Delay_Err4")
     reader.enters("Label_Delay", "1" * 50, "Msg_PageGeneral_Delay_Err1", key="Left")
-    reader.app.entry(reader["Label_CurrentGW"]).fill("255.255.255.255")
-    reader.presses("Button_OK", "Msg_Current_Gateway_Err")
-    reader.app.entry(reader["Label_CurrentGW"]).fill("10.0.0.1")
-    reader.app.entry(reader["Label_BackupGW"]).fill("255.255.255.255")
-    reader.presses("Button_OK", "Msg_Backup_Gateway_Err")
+    reader.enters("Label_Delay", "", "Msg_PageGeneral_Delay_Err2")
+    for label, told in (("Label_CurrentGW", "Msg_Current_Gateway_Err"),
+                        ("Label_BackupGW", "Msg_Backup_Gateway_Err")):
+        reader.app.entry(reader[label]).fill("255.255.255.255")
+        reader.presses("Button_OK", told)
+        reader.app.entry(reader[label]).fill("10.0.0.1")
 
 
-@reading(READ_IN)
-def test_durations_are_in_the_language(start, device, locale):
-    device.registry.set("Interval_min", "1501")
-    device.registry.set("DelayScope_min", "5")
-    reader = Reader(start, device, locale)
-    minute, minutes, hour, hours, day, days = (
-        reader[f"Time_{unit}"]
-        for unit in ("Minute", "Minutes", "Hour", "Hours", "Day", "Days"))
-    interval = reader.app.entry(reader["Label_Interval"])
-    shown = [f"1 {day} 1 {hour} 1 {minute}", f"5 {minutes}"]
-    assert [interval.text, reader.app.entry(reader["Label_Delay"]).text] == shown
-    reader.sees(data=shown)
-    interval.fill("3062")
-    reader.app.key("Return")
-    assert interval.text == f"2 {days} 3 {hours} 2 {minutes}"
-
-
-@reading(READ_IN)
-def test_the_group_dialog_is_in_the_language(start, device, locale):
-    reader = Reader(start, device, locale)
+def read_the_group_dialog(reader):
     reader.turns_to("Page_Groups")
     reader.presses("Button_Edit", "Msg_PageGroups_Edit_Err")
     reader.presses("Button_Delete", "Msg_PageGroups_Del_Err")
@@ -188,12 +167,41 @@ def test_the_group_dialog_is_in_the_language(start, device, locale):
     dialog.close()
 
 
-@reading(READ_IN)
-def test_the_restart_hint_is_in_the_language(start, device, locale):
-    reader = Reader(start, device, locale)
+def read_the_restart_hint(reader):
     reader.app.button(reader["Button_OK"]).click()
     reader.is_told("Msg_WARNING", secondary="Msg_RESTART_HINTS")
     assert reader.app.wait_exit() == 0
+
+
+@reading(READ_IN)
+def test_everything_is_in_the_language(start, device, locale):
+    reader = Reader(start, device, locale)
+    read_both_pages(reader)
+    read_the_general_pages_messages(reader)
+    read_the_group_dialog(reader)
+    read_the_restart_hint(reader)
+
+
+@reading(FURTHER)
+def test_both_pages_are_in_the_language(start, device, locale):
+    read_both_pages(Reader(start, device, locale))
+
+
+@reading(READ_IN)
+def test_durations_are_in_the_language(start, device, locale):
+    device.registry.set("Interval_min", "1501")
+    device.registry.set("DelayScope_min", "5")
+    reader = Reader(start, device, locale)
+    minute, minutes, hour, hours, day, days = (
+        reader[f"Time_{unit}"]
+        for unit in ("Minute", "Minutes", "Hour", "Hours", "Day", "Days"))
+    interval = reader.app.entry(reader["Label_Interval"])
+    shown = [f"1 {day} 1 {hour} 1 {minute}", f"5 {minutes}"]
+    assert [interval.text, reader.app.entry(reader["Label_Delay"]).text] == shown
+    reader.sees(data=shown)
+    interval.fill("3062")
+    reader.app.key("Return")
+    assert interval.text == f"2 {days} 3 {hours} 2 {minutes}"
 
 
 def test_the_duplicates_message_is_the_same_in_every_language(start, device):

@@ -80,9 +80,12 @@ def parts_of(window):
     return list(seen_in(window, window.role))
 
 
-def room_needed(text, font):
-    """The width and height of the text as it is written, without further line breaks."""
-    layout = Pango.Layout.new(PangoCairo.FontMap.get_default().create_context())
+def room_needed(text, font, language):
+    """The width and height of the text as it is written, without further line breaks. The language
+    decides which font shows what is not in the one that is named."""
+    context = PangoCairo.FontMap.get_default().create_context()
+    context.set_language(Pango.Language.from_string(language))
+    layout = Pango.Layout.new(context)
     layout.set_font_description(Pango.FontDescription(font))
     layout.set_text(text)
     return layout.get_pixel_size()
@@ -98,11 +101,11 @@ def text_of(node, box):
     return Atspi.Text.get_text(node.accessible, 0, length), (box.x, box.y, box.width, box.height)
 
 
-def is_cut(part, font):
+def is_cut(part, font, language):
     """Whether the part shows some of its text only, or an ellipsis in its place."""
     if not part.text:
         return False
-    width, height = room_needed(part.text, font)
+    width, height = room_needed(part.text, font, language)
     is_wrapped = part.text_box[3] > height
     is_short = part.text_box[2] + ROUNDING < width and not is_wrapped
     room = shrunk(part.box, ENTRY_FRAME * (part.role == Role.TEXT))
@@ -137,7 +140,7 @@ def test_nothing_is_cut_with_small_type(begin, language):
     for what, window in every_window(app):
         parts = parts_of(window)
         found[what] = outside(window, parts) + overlapping(parts) + \
-            [("cut", part) for part in parts if is_cut(part, SMALL)]
+            [("cut", part) for part in parts if is_cut(part, SMALL, language)]
     assert {what: faults for what, faults in found.items() if faults} == {}
 
 
@@ -166,7 +169,7 @@ def test_every_choice_fits_its_field_with_small_type(begin, language):
             app.key("Up")
         for row in combo.rows():
             assert combo.shown == row
-            assert not is_cut(Part(combo.entry, combo.role), SMALL), row
+            assert not is_cut(Part(combo.entry, combo.role), SMALL, language), row
             app.key("Down")
     level = app.combo(app.written["Label_Log"])
     for row in level.rows():
