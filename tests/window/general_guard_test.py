@@ -59,21 +59,27 @@ def test_a_refused_key_brings_back_nothing_deleted_before(entry):
     assert entry.text == "abef"
 
 
-@pytest.mark.parametrize("keys", [("x", "'"), ("'", "x")], ids=["x'", "'x"])
-def test_of_two_texts_of_one_key_over_a_selection_one_can_be_refused(start, desktop, tmp_path, keys):
-    """A user's own key binding can delete and insert more than once."""
-    one, other = keys
+# What a key can be bound to do.
+DELETE, LETTER, QUOTE = '"backspace" ()', '"insert-at-cursor" ("x")', '"insert-at-cursor" ("\'")'
+
+
+@pytest.mark.parametrize("done, text", [
+    ([DELETE, LETTER, QUOTE], "abxef"), ([DELETE, QUOTE, LETTER], "abxef"), ([QUOTE, DELETE], "abcef")],
+    ids=["delete x '", "delete ' x", "' delete"])
+def test_of_what_one_key_does_a_part_can_be_refused(start, desktop, tmp_path, done, text):
+    """A user's own key binding can delete and insert more than once; the toolkit's insertion drops the
+    selection."""
     bindings = tmp_path / "gtkrc"
-    bindings.write_text(f"""binding "two" {{
-        bind "F5" {{ "backspace" () "insert-at-cursor" ("{one}") "insert-at-cursor" ("{other}") }}
+    bindings.write_text(f"""binding "own" {{
+        bind "F5" {{ {" ".join(done)} }}
     }}
-    class "GtkEntry" binding "two" """)
+    class "GtkEntry" binding "own" """)
     app = start(env={"GTK2_RC_FILES": f"{desktop.environment['GTK2_RC_FILES']}:{bindings}"})
     entry = app.entry(LABEL)
     entry.fill("abcdef")
     select(entry, 2, 4)
     app.key("F5")
-    assert (entry.text, entry.caret) == ("abxef", 3)
+    assert (entry.text, entry.caret) == (text, text.index("ef"))
 
 
 def test_a_paste_that_holds_one_is_refused_whole(entry):
