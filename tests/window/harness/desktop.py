@@ -75,12 +75,10 @@ class Desktop:
         self._directory = tempfile.TemporaryDirectory(prefix="korv-desktop-")
         self._log = self._file("log", "")
         plain = {**os.environ, **bus.environment, "GSETTINGS_BACKEND": "memory"}
-        server, number = read_announced(
-            ["Xvfb", "-screen", "0", f"{size[0]}x{size[1]}x24", "-dpi", "96", "-nolisten", "tcp",
-             "-noreset", "-extension", "GLX"], lambda writer: ["-displayfd", str(writer)], plain, self._log)
-        self._helpers.append(server)
-        self._server = server
-        self.name = f":{number}"
+        self.name = self._start_server(plain)
+        if self.name == ":0":  # is where programs come that are told of no display: it stays empty
+            self.name = self._start_server(plain)
+        self._server = self._helpers[-1]
         # What a program needs to run on this desktop.
         self.environment = {**bus.environment, "DISPLAY": self.name,
                             "XDG_RUNTIME_DIR": self._directory.name,
@@ -91,6 +89,14 @@ class Desktop:
         except BaseException:
             self.close()
             raise
+
+    def _start_server(self, env):
+        width, height = self.size
+        server, number = read_announced(
+            ["Xvfb", "-screen", "0", f"{width}x{height}x24", "-dpi", "96", "-nolisten", "tcp",
+             "-noreset", "-extension", "GLX"], lambda writer: ["-displayfd", str(writer)], env, self._log)
+        self._helpers.append(server)
+        return f":{number}"
 
     def _connect(self, plain):
         self.display = display.Display(self.name)
