@@ -17,7 +17,6 @@ def test_no_desktop_is_where_a_program_comes_that_is_told_of_no_display(desktop)
     assert desktop.name != ":0"
 
 
-
 def test_reads_the_window(start):
     app = start()
     assert app.entry("Current Gateway").text == "192.168.10.5"
