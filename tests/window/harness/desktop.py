@@ -75,16 +75,16 @@ class Desktop:
         self._directory = tempfile.TemporaryDirectory(prefix="korv-desktop-")
         self._log = self._file("log", "")
         plain = {**os.environ, **bus.environment, "GSETTINGS_BACKEND": "memory"}
-        self.name = self._start_server(plain)
-        if self.name == ":0":  # is where programs come that are told of no display: it stays empty
-            self.name = self._start_server(plain)
-        self._server = self._helpers[-1]
-        # What a program needs to run on this desktop.
-        self.environment = {**bus.environment, "DISPLAY": self.name,
-                            "XDG_RUNTIME_DIR": self._directory.name,
-                            "GTK2_RC_FILES": self._file("gtkrc", GTKRC.format(font=font)),
-                            "GTK_IM_MODULE": "gtk-im-context-simple"}
         try:
+            self.name = self._start_server(plain)
+            if self.name == ":0":  # stays empty: programs that are told of no display come there
+                self.name = self._start_server(plain)
+            self._server = self._helpers[-1]
+            # What a program needs to run on this desktop.
+            self.environment = {**bus.environment, "DISPLAY": self.name,
+                                "XDG_RUNTIME_DIR": self._directory.name,
+                                "GTK2_RC_FILES": self._file("gtkrc", GTKRC.format(font=font)),
+                                "GTK_IM_MODULE": "gtk-im-context-simple"}
             self._connect(plain)
         except BaseException:
             self.close()
