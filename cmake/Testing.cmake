@@ -5,6 +5,8 @@
 # korv_pytest(GROUP FILE [ON_ALL_PROCESSORS] [NEEDS...] [ENVIRONMENT...] [PROPERTIES...]): a pytest
 # file; none in a build without the device, which does with the compiler alone. It runs on one
 # processor unless it is about what happens at the same moment.
+# korv_repeats(GROUP/SUBJECT...): tests of this folder that decide in all builds what they decide in
+# the sanitizer build. In the others they are labelled "repeats": script/test by itself leaves them out.
 #
 # A test is named BUILD/GROUP/SUBJECT. The build's name comes first, so that one CTest run can cover
 # several build trees. script/test runs three at a time for each processor, since most wait most of
@@ -21,6 +23,14 @@ set(KORV_TEST_ENVIRONMENT
     "LSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/lsan.supp':print_suppressions=0"
     "UBSAN_OPTIONS=print_stacktrace=1")
 
+function(korv_repeats)
+  if(KORV_DEVICE AND NOT KORV_SANITIZE)
+    foreach(name ${ARGN})
+      set_property(TEST ${KORV_BUILD_NAME}/${name} APPEND PROPERTY LABELS repeats)
+    endforeach()
+  endif()
+endfunction()
+
 function(korv_test name)
   cmake_parse_arguments(arg "" "" "COMMAND;NEEDS;ENVIRONMENT;PROPERTIES" ${ARGN})
   set(test ${KORV_BUILD_NAME}/${name})
@@ -30,10 +40,12 @@ function(korv_test name)
     ENVIRONMENT "${KORV_TEST_ENVIRONMENT};${arg_ENVIRONMENT}" ${arg_PROPERTIES})
 endfunction()
 
-# The tests' own code is compiled for a quick build; what they test is compiled as it ships. The last
-# two are what Qt and GTK ask for: a precompiled header fits only where all of them are the same.
+# The tests' own code is compiled for a quick build; what they test is compiled as it ships. The
+# sanitizers watch over the memory that tests hand to it, but not over the tests' own arithmetic. The
+# last two are what Qt and GTK ask for: a precompiled header fits only where all of them are the same.
 add_library(test_flags INTERFACE)
-target_compile_options(test_flags INTERFACE -O0 -g1 -U_FORTIFY_SOURCE -fPIC -pthread)
+target_compile_options(test_flags INTERFACE
+  -O0 -g1 -U_FORTIFY_SOURCE $<$<BOOL:${KORV_SANITIZE}>:-fno-sanitize=undefined> -fPIC -pthread)
 target_include_directories(test_flags INTERFACE ${PROJECT_SOURCE_DIR})
 target_link_libraries(test_flags INTERFACE GTest::gmock GTest::gtest_main)
 

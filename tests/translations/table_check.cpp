@@ -171,19 +171,20 @@ void CheckRows(Choices choices, Faults &faults) {
 
 // The rows that are made for values between the fixed ones. They are read back by their text too.
 void CheckDurations(Choices choices, const char *kind, int limit, Faults &faults) {
+  std::vector<std::string> rows;
+  std::transform(choices.begin(), choices.end(), std::back_inserter(rows), RowText);
   for (int minutes = 0; minutes <= limit; ++minutes) {
     const std::string text = DurationText(kind, minutes);
     if (Characters(text) > kEntryLimit) {
       faults.push_back(Quoted(text) + " is longer than 50 characters");
       return;  // and so are many more
     }
-    for (const Choice &choice : choices) {
-      const bool is_fixed = std::any_of(std::begin(choices), std::end(choices),
-                                        [minutes](const Choice &c) { return c.number == minutes; });
-      if (!is_fixed && text == RowText(choice)) {
-        faults.push_back(RowName(choice) + " is how " + std::to_string(minutes) +
-                         " minutes are shown");
-      }
+    const auto same = std::find(rows.begin(), rows.end(), text);
+    const bool is_fixed = std::any_of(choices.begin(), choices.end(),
+                                      [minutes](const Choice &c) { return c.number == minutes; });
+    if (!is_fixed && same != rows.end()) {
+      faults.push_back(RowName(choices.begin()[same - rows.begin()]) + " is how " +
+                       std::to_string(minutes) + " minutes are shown");
     }
   }
 }

@@ -36,6 +36,7 @@ class App:
         self._errors = tempfile.TemporaryFile()
         self._root = None
         self._client = None
+        self._asked = None  # the X window that settled() asks
         self._end_was_checked = False
         self.process = device.start(argv, env, stdout=self._output, stderr=self._errors)
 
@@ -158,12 +159,11 @@ class App:
         """Returns when the program has dealt with all input so far, has done what it had left for
         later, has had it drawn, and waits for more; or when it has ended."""
         self.desktop.settle_manager()
-        asked = []
 
         def answers():
-            if not (asked and asked[0].mapped):
-                asked[:] = self.x_windows()[:1]
-            return not asked or self.desktop.settle_window(asked[0], timeout=0.25)
+            if not (self._asked and self._asked.mapped):
+                self._asked = next(iter(self.x_windows()), None)
+            return not self._asked or self.desktop.settle_window(self._asked, timeout=0.25)
 
         for step in (answers, lambda: is_idle(self.pid), answers):
             wait_for(lambda: not self.running or step(), "the program to deal with its input")
