@@ -36,7 +36,7 @@ function(korv_test name)
   set(test ${KORV_BUILD_NAME}/${name})
   add_test(NAME ${test} COMMAND ${arg_COMMAND})
   set_tests_properties(${test} PROPERTIES
-    TIMEOUT 600 LABELS "${arg_NEEDS}"
+    TIMEOUT 1200 LABELS "${arg_NEEDS}"
     ENVIRONMENT "${KORV_TEST_ENVIRONMENT};${arg_ENVIRONMENT}" ${arg_PROPERTIES})
 endfunction()
 

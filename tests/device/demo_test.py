@@ -26,7 +26,7 @@ def demo(tmp_path):
                      if value is not None}
         result = subprocess.run(
             [TREE / "script/demo", "--no-build", "--build", BUILD_DIR, *options],
-            cwd=tmp_path / "a b", env=variables, capture_output=True, text=True, timeout=4 * LIMIT,
+            cwd=tmp_path / "a b", env=variables, capture_output=True, text=True, timeout=10 * LIMIT,
             check=False)
         assert result.returncode == status, result.stdout + result.stderr
         return result.stdout + result.stderr
