@@ -84,6 +84,24 @@ def test_no_package_goes_where_no_directory_was_named(tree):
     assert tree.calls() == []
 
 
+def test_lintian_looks_at_every_package_unless_told_otherwise(tree):
+    def looked():
+        return len([call for call in tree.calls() if call.startswith("lintian ")])
+
+    assert tree.run("package").returncode == 0 and looked() == 1
+    assert tree.run("package", "--no-lintian").returncode == 0 and looked() == 1
+
+
+def test_what_all_builds_decide_alike_is_left_out_only_where_no_tests_are_chosen(tree):
+    left_out = "--label-exclude ^repeats$"
+    tree.run("test")
+    assert [call for call in tree.calls() if call.startswith("ctest ") and call.endswith(left_out)]
+    before = len(tree.calls())
+    tree.run("test", "-R", ".")
+    called = [call for call in tree.calls()[before:] if call.startswith("ctest ")]
+    assert called and not [call for call in called if left_out in call]
+
+
 @pytest.mark.parametrize("purposes", [[], [""], ["all"], ["test", "tests"], ["program"]])
 def test_nothing_is_installed_for_what_is_no_purpose(tree, purposes):
     result = tree.run("setup", *purposes)
