@@ -78,7 +78,7 @@ def _adding(app):
         yield from _message(app, told)
         app.dialog(dialog.title)
     for entry, length, told in ((name, 50, "Msg_DlgGroup_Err1"), (value, 255, "Msg_DlgGroup_Err5")):
-        entry.fill("x" * length)
+        entry.paste("x" * length)
         app.key("x")
         yield from _message(app, told)
         app.dialog(dialog.title)

@@ -48,6 +48,14 @@ class Entry(Node):
         else:
             self.app.key("BackSpace")
 
+    def paste(self, text):
+        """Puts the text in place of what is there from the clipboard, with two key presses."""
+        self.app.set_clipboard(text)
+        self.take_focus()
+        self.app.key("ctrl+a")
+        self.app.key("ctrl+v")
+        self.app.wait_for(lambda: self.text == text, f"{text!r} to be pasted")
+
 
 class Button(Node):
     """A push button."""
