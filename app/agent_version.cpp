@@ -15,7 +15,7 @@ namespace {
 constexpr char kVersionCommand[] = "exec /usr/sbin/vexaagent -v";
 constexpr char kLibraryDirectory[] = "/etc/vexaagent/lib";
 constexpr char kLibraryPath[] = "LD_LIBRARY_PATH";
-constexpr std::size_t kLineLimit = 255;  // bytes a read
+constexpr std::size_t kReadLimit = 255;  // bytes a read
 
 void ReadVersion() {
   std::FILE *output = OpenOutputOf(kVersionCommand);
@@ -23,7 +23,7 @@ void ReadVersion() {
     return;
   }
   std::string line;
-  while (ReadLine(output, kLineLimit, line)) {
+  while (ReadLine(output, kReadLimit, line)) {
     agent_version = HeapText::Copy(VersionFromLine(line).c_str());
   }
   std::fclose(output);

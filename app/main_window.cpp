@@ -30,7 +30,7 @@ gboolean OnCancel() {
 }
 
 // However the window comes to its end.
-void OnDestroyed() {
+void OnWindowDestroyed() {
   EndSaving();
   gtk_main_quit();
 }
@@ -47,7 +47,7 @@ GtkWidget *NewWindow() {
   gtk_window_set_resizable(GTK_WINDOW(window), FALSE);
   gtk_window_set_position(GTK_WINDOW(window), GTK_WIN_POS_CENTER);
   g_signal_connect_swapped(window, "delete_event", G_CALLBACK(OnCancel), nullptr);
-  g_signal_connect_swapped(window, "destroy", G_CALLBACK(OnDestroyed), nullptr);
+  g_signal_connect_swapped(window, "destroy", G_CALLBACK(OnWindowDestroyed), nullptr);
   gtk_container_set_border_width(GTK_CONTAINER(window), 10);
   return window;
 }
@@ -70,7 +70,7 @@ void AddNotebook(GtkWidget *box, const char *name) {
   gtk_notebook_set_current_page(GTK_NOTEBOOK(notebook), 0);
 }
 
-void AddButtons(GtkWidget *box) {
+void AddOkAndCancel(GtkWidget *box) {
   GtkWidget *buttons = gtk_hbutton_box_new();
   AddButtonBox(box, buttons, GTK_BUTTONBOX_END);
   SetOkButton(AddButton(buttons, ShownText("General", "Button_OK", "OK"), G_CALLBACK(OnOkClicked)));
@@ -95,7 +95,7 @@ void OpenMainWindow() {
   GtkWidget *box = gtk_vbox_new(FALSE, 0);
   gtk_container_add(GTK_CONTAINER(window), box);
   AddNotebook(box, gtk_window_get_title(GTK_WINDOW(window)));
-  AddButtons(box);
+  AddOkAndCancel(box);
   g_timeout_add(kRefreshInterval, OnRefreshTimer, nullptr);
   SetIcon(window);
   gtk_widget_show_all(window);

@@ -13,7 +13,7 @@ GeneralPage general_page;
 
 namespace {
 
-HeapText PageText(const char *key, const char *english) {
+HeapText GeneralText(const char *key, const char *english) {
   return ShownText("Page_General", key, english);
 }
 
@@ -27,7 +27,8 @@ GtkLabel *AddVersion() {
   GtkWidget *row =
       AddBox(AddBox(general_page.box, gtk_vbox_new(FALSE, 0)), gtk_hbox_new(FALSE, 10));
   GtkWidget *version = gtk_label_new(nullptr);
-  Align(AddLabel(row, version, PageText("Label_AgentVer", "Agent Version :")), GTK_JUSTIFY_CENTER);
+  Align(AddLabel(row, version, GeneralText("Label_AgentVer", "Agent Version :")),
+        GTK_JUSTIFY_CENTER);
   Align(version, GTK_JUSTIFY_LEFT);
   AddField(row, version);
   return GTK_LABEL(version);
@@ -111,11 +112,12 @@ void AddFields(GtkWidget *column) {
 void AddLabels(GtkWidget *column) {
   const GeneralPage &page = general_page;
   AddLabel(column, GTK_WIDGET(page.current_gateway),
-           PageText("Label_CurrentGW", "Current Gateway"));
-  AddLabel(column, GTK_WIDGET(page.backup_gateway), PageText("Label_BackupGW", "Backup Gateway"));
-  AddLabel(column, page.pull_interval.combo, PageText("Label_Interval", "Pull Interval"));
-  AddLabel(column, page.log_level, PageText("Label_Log", "Log Level"));
-  AddLabel(column, page.delay_scope.combo, PageText("Label_Delay", "Delay Scope"));
+           GeneralText("Label_CurrentGW", "Current Gateway"));
+  AddLabel(column, GTK_WIDGET(page.backup_gateway),
+           GeneralText("Label_BackupGW", "Backup Gateway"));
+  AddLabel(column, page.pull_interval.combo, GeneralText("Label_Interval", "Pull Interval"));
+  AddLabel(column, page.log_level, GeneralText("Label_Log", "Log Level"));
+  AddLabel(column, page.delay_scope.combo, GeneralText("Label_Delay", "Delay Scope"));
 }
 
 }  // namespace
@@ -125,7 +127,7 @@ void BuildGeneralPage(std::string_view agent_version) {
   g_signal_connect(general_page.box, "destroy", G_CALLBACK(gtk_widget_destroyed),
                    &general_page.box);
   GtkLabel *version = AddVersion();
-  GtkWidget *row = AddFrame(general_page.box, PageText("Frame_Settings", "Settings"), 400, 250);
+  GtkWidget *row = AddFrame(general_page.box, GeneralText("Frame_Settings", "Settings"), 400, 250);
   GtkWidget *labels = AddColumn(row, 10);
   GtkWidget *fields = AddColumn(row, 5);
   AddFields(fields);  // before the labels: each is tied to its field

@@ -44,7 +44,7 @@ struct GroupDialog {
 };
 GroupDialog dialog;
 
-void OnDestroyed() {
+void OnDialogDestroyed() {
   dialog = GroupDialog();
 }
 
@@ -115,7 +115,7 @@ GtkWidget *NewDialog(GroupMode mode) {
       GTK_STOCK_CANCEL, GTK_RESPONSE_REJECT, nullptr);
   gtk_window_set_resizable(GTK_WINDOW(window), FALSE);
   gtk_window_set_position(GTK_WINDOW(window), GTK_WIN_POS_CENTER);
-  g_signal_connect_swapped(window, "destroy", G_CALLBACK(OnDestroyed), nullptr);
+  g_signal_connect_swapped(window, "destroy", G_CALLBACK(OnDialogDestroyed), nullptr);
   return window;
 }
 

@@ -15,7 +15,7 @@ GroupsPage groups_page;
 
 namespace {
 
-HeapText PageText(const char *key, const char *english) {
+HeapText GroupsText(const char *key, const char *english) {
   return ShownText("Page_Groups", key, english);
 }
 
@@ -112,11 +112,11 @@ GtkWidget *AddRadioButton(GtkWidget *box, GtkWidget *group, const HeapText &labe
 void AddRadioButtons() {
   GtkWidget *box = AddBox(groups_page.box, gtk_vbox_new(FALSE, 10));
   groups_page.dhcp_button = AddRadioButton(
-      box, nullptr, PageText("Radio_DHCPGroups", "Get Pre-Assign Groups from DHCP Tag"),
+      box, nullptr, GroupsText("Radio_DHCPGroups", "Get Pre-Assign Groups from DHCP Tag"),
       OnDhcpClicked);
   groups_page.static_button =
       AddRadioButton(box, groups_page.dhcp_button,
-                     PageText("Radio_StaticGroups", "Use Static Custom Groups"), OnStaticClicked);
+                     GroupsText("Radio_StaticGroups", "Use Static Custom Groups"), OnStaticClicked);
 }
 
 // What the model holds is not always UTF-8.
@@ -158,18 +158,18 @@ void AddList(GtkWidget *row) {
   gtk_scrolled_window_add_with_viewport(GTK_SCROLLED_WINDOW(scrolled), groups_page.list_view);
   ParseGroupsValue();
   GtkCellRenderer *cell = gtk_cell_renderer_text_new();  // one for both columns
-  AddListColumn(cell, kGroupNameColumn, PageText("TreeView_Col1", "Group Name"));
-  AddListColumn(cell, kGroupValueColumn, PageText("TreeView_Col2", "Value"));
+  AddListColumn(cell, kGroupNameColumn, GroupsText("TreeView_Col1", "Group Name"));
+  AddListColumn(cell, kGroupValueColumn, GroupsText("TreeView_Col2", "Value"));
   gtk_box_pack_start(GTK_BOX(row), scrolled, TRUE, TRUE, 0);
   gtk_widget_show_all(scrolled);
 }
 
-void AddButtons(GtkWidget *row) {
+void AddListButtons(GtkWidget *row) {
   GtkWidget *buttons = gtk_vbutton_box_new();
   AddButtonBox(row, buttons, GTK_BUTTONBOX_SPREAD);
-  AddButton(buttons, PageText("Button_Add", "Add..."), G_CALLBACK(OnAddClicked));
-  AddButton(buttons, PageText("Button_Edit", "Edit..."), G_CALLBACK(OnEditClicked));
-  AddButton(buttons, PageText("Button_Delete", "Delete"), G_CALLBACK(OnDeleteClicked));
+  AddButton(buttons, GroupsText("Button_Add", "Add..."), G_CALLBACK(OnAddClicked));
+  AddButton(buttons, GroupsText("Button_Edit", "Edit..."), G_CALLBACK(OnEditClicked));
+  AddButton(buttons, GroupsText("Button_Delete", "Delete"), G_CALLBACK(OnDeleteClicked));
 }
 
 // A click, because making the active radio button active would run no handler.
@@ -186,10 +186,10 @@ void BuildGroupsPage() {
   g_signal_connect(groups_page.box, "destroy", G_CALLBACK(gtk_widget_destroyed), &groups_page.box);
   AddRadioButtons();
   GtkWidget *row =
-      AddFrame(groups_page.box, PageText("Frame_StaticGroups", "Static Custom Groups"), 400, 200);
+      AddFrame(groups_page.box, GroupsText("Frame_StaticGroups", "Static Custom Groups"), 400, 200);
   groups_page.frame = gtk_widget_get_parent(row);
   AddList(row);
-  AddButtons(row);
+  AddListButtons(row);
   ClickStoredSource();
   gtk_widget_show(groups_page.box);
 }
