@@ -4,7 +4,8 @@
 # command that runs it.
 # korv_pytest(GROUP FILE [ON_ALL_PROCESSORS] [NEEDS...] [ENVIRONMENT...] [PROPERTIES...]): a pytest
 # file; none in a build without the device, which does with the compiler alone. It runs on one
-# processor unless it is about what happens at the same moment.
+# processor unless it is about what happens at the same moment. What Python compiles is kept in the
+# build directory; of pytest's plugins a machine may have any.
 # korv_repeats(GROUP/SUBJECT...): tests of this folder that decide in all builds what they decide in
 # the sanitizer build. In the others they are labelled "repeats": script/test by itself leaves them out.
 #
@@ -86,6 +87,7 @@ function(korv_pytest group file)
                     ${KORV_PYTHON} -m pytest -q -p no:cacheprovider --durations=3
                     ${CMAKE_CURRENT_SOURCE_DIR}/${file}
             ENVIRONMENT KORV_BUILD_DIR=${PROJECT_BINARY_DIR} KORV_LOCALES=${KORV_LOCALES}
-                        PYTHONDONTWRITEBYTECODE=1 ${arg_ENVIRONMENT}
+                        PYTHONDONTWRITEBYTECODE= PYTHONPYCACHEPREFIX=${PROJECT_BINARY_DIR}/pycache
+                        PYTEST_DISABLE_PLUGIN_AUTOLOAD=1 ${arg_ENVIRONMENT}
             PROPERTIES ${arg_PROPERTIES})
 endfunction()
