@@ -6,8 +6,8 @@ takes a function for what its folder can do with it. It looks into sources that 
 into the file itself only where the path of the file has the word UnifiedSource.
 
 The other checks look at each function by itself and take most of their time for the libraries' headers:
-they get all folders that see the toolkit in one file, all others in another. So no name may stand for two
-things in the program.
+they get all folders that see the toolkit in one file, all others in another. So in each of these a name
+may stand for one thing only.
 """
 import json
 import os
