@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <memory>
+
 namespace {
 
 TEST(TrimBlanks, RemovesBlanksAtBothEnds) {
@@ -27,6 +30,19 @@ TEST(TrimBlanks, WorksInPlaceAndAllowsNull) {
   TrimBlanks(text);
   EXPECT_STREQ(text, "x");
   TrimBlanks(nullptr);
+}
+
+TEST(TrimBlanks, TouchesNothingBesideTheText) {
+  for (const std::string text : {"", " ", "x", " x "}) {
+    std::string with_neighbours = " " + text + '\0' + " ";
+    TrimBlanks(&with_neighbours[1]);
+    EXPECT_EQ(with_neighbours.front(), ' ') << text;
+    EXPECT_EQ(with_neighbours.back(), ' ') << text;
+    const std::unique_ptr<char[]> alone(new char[text.size() + 1]);  // the sanitizer's to watch
+    std::memcpy(alone.get(), text.c_str(), text.size() + 1);
+    TrimBlanks(alone.get());
+    EXPECT_STREQ(alone.get(), TrimmedBlanks(text).c_str());
+  }
 }
 
 }  // namespace
