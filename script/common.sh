@@ -44,10 +44,13 @@ git() {
   command git -c safe.directory="$tree" "$@"
 }
 
-# configure PRESET: in silence unless that fails.
+# configure PRESET: in silence unless that fails. CMake forgets what else the preset says when it finds
+# that the tree was configured with another compiler.
 configure() {
+  local log=build/configure-$1.log
   mkdir -p build
-  cmake --preset "$1" >"build/configure-$1.log" 2>&1 || { cat "build/configure-$1.log"; exit 1; }
+  cmake --preset "$1" >"$log" 2>&1 || { cat "$log"; exit 1; }
+  ! grep -q 'require your cache to be deleted' "$log" || configure "$1"
 }
 
 # build PRESET [TARGET...]: configures and builds.

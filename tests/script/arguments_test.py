@@ -109,6 +109,20 @@ def test_nothing_is_installed_for_what_is_no_purpose(tree, purposes):
     assert tree.calls() == [call for call in tree.calls() if call.startswith("dpkg-query")]
 
 
+def test_what_is_missing_is_installed_and_nothing_else(tree):
+    def installed():
+        return [call.split("--no-install-recommends ")[1] for call in tree.calls() if " install " in call]
+
+    assert tree.run("setup", "build").returncode == 0 and installed() == []
+    tree.stand_in("dpkg-query", """shift 3; for package; do case $package in
+        cmake) ;;  # has never been there
+        ninja-build) echo "config-files ninja-build" ;;
+        *) echo "installed $package" ;;
+        esac; done; exit 1""")
+    assert tree.run("setup", "build", "package").returncode == 0
+    assert installed() == ["cmake ninja-build"]
+
+
 @pytest.mark.parametrize("arguments", [["many"], ["-1"], ["0x10"], ["1", "../../x"], ["1", "a b"]])
 def test_fuzzers_run_only_for_seconds_and_by_their_names(tree, arguments):
     result = tree.run("fuzz", *arguments)

@@ -12,7 +12,7 @@ SCRIPTS = sorted(path.name for path in (ROOT / "script").iterdir() if os.access(
 STAND_INS = {name: "" for name in ("apt-get", "apt-cache", "sudo", "cmake", "ctest", "gcovr", "lintian",
                                    "clang-format", "clang-tidy", "cppcheck", "shellcheck",
                                    "mmdebstrap")} | {
-    "dpkg-query": "echo installed",
+    "dpkg-query": 'shift 3; for package; do echo "installed $package"; done',
     "dpkg-buildpackage": "for type in deb dsc; do echo new >../korv-agent-mgr_1.0.0_amd64.$type; done"}
 
 
@@ -30,15 +30,19 @@ class Tree:
         subprocess.run(["git", "init", "--quiet", self.path], check=True)
         self._commands.mkdir()
         for name, action in STAND_INS.items():
-            command = self._commands / name
-            command.write_text(f'#!/bin/sh\necho "{name} $*" >>\'{self._calls}\'\n{action}\n')
-            command.chmod(0o755)
+            self.stand_in(name, action)
         self._calls.touch()
         for name in ("source/file", "korv-agent-mgr/file", "korv-agent-mgr-old", "build/file",
                      "korv-agent-mgr_0.9.0_amd64.deb"):
             other = directory / name
             other.parent.mkdir(exist_ok=True)
             other.write_text("somebody's")
+
+    def stand_in(self, name, action):
+        """Makes the command of that name do this instead, besides noting its call."""
+        command = self._commands / name
+        command.write_text(f"#!/bin/sh\nprintf '%s\\n' \"{name} $*\" >>'{self._calls}'\n{action}\n")
+        command.chmod(0o755)
 
     def run(self, script, *arguments, directory=None, **environment):
         """Runs a script with nothing of the machine to be written but the copy's surroundings."""
