@@ -48,17 +48,16 @@ add_library(test_flags INTERFACE)
 target_compile_options(test_flags INTERFACE
   -O0 -g1 -U_FORTIFY_SOURCE $<$<BOOL:${KORV_SANITIZE}>:-fno-sanitize=undefined> -fPIC -pthread)
 target_include_directories(test_flags INTERFACE ${PROJECT_SOURCE_DIR})
-target_link_libraries(test_flags INTERFACE GTest::gmock GTest::gtest_main)
 
 add_library(precompiled OBJECT EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/support/precompiled.cpp)
-target_link_libraries(precompiled PRIVATE test_flags)
+target_link_libraries(precompiled PRIVATE test_flags GTest::gmock)
 target_precompile_headers(precompiled PRIVATE <gmock/gmock.h>)
 
 function(korv_unit_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBS;RUN_BY" ${ARGN})
   add_executable(${name} ${arg_SOURCES}
     $<$<BOOL:${KORV_COVERAGE}>:${PROJECT_SOURCE_DIR}/tests/coverage/write_counters_of_children.cpp>)
-  target_link_libraries(${name} PRIVATE test_flags ${arg_LIBS})
+  target_link_libraries(${name} PRIVATE test_flags GTest::gmock GTest::gtest_main ${arg_LIBS})
   if(NOT KORV_COVERAGE)  # which compiles some sources with flags of their own
     target_precompile_headers(${name} REUSE_FROM precompiled)
   endif()

@@ -19,6 +19,9 @@ CONFIGURATION = "/usr/share/defaults/at-spi2/accessibility.conf"
 REGISTRY = "/usr/libexec/at-spi2-registryd"
 Role = Atspi.Role
 State = Atspi.StateType
+# All that find() can be asked for but the parts of a table.
+OUTSIDE_TABLES = [Role(number) for number in range(1, min(Role.LAST_DEFINED, 128))
+                  if number not in (Role.TABLE_CELL, Role.TABLE_COLUMN_HEADER)]
 
 
 def _escaped(path):
@@ -158,11 +161,12 @@ class Node:
     def texts(self):
         """All texts that can be read in the node, in their order."""
         found = [self.name]
-        if self.role == Role.TEXT:
-            found.append(self.text)
-        for child in self.children:
-            if child.showing:
-                found += child.texts()
+        for node in self.find(OUTSIDE_TABLES, State.SHOWING):
+            found.append(node.name)
+            if node.role == Role.TEXT:
+                found.append(node.text)
+            elif node.role == Role.TABLE:
+                found += [part.name for part in node.children if part.showing]
         return [text for text in found if text]
 
     def click(self, button=1, settle=True):

@@ -305,7 +305,7 @@ class Desktop:
         """Drops the events up to the first that matches; whether one came in time."""
         deadline = time.monotonic() + timeout
         while True:
-            while self.display.pending_events():
+            for _ in range(self.display.pending_events()):
                 if matches(self.display.next_event()):
                     return True
             left = deadline - time.monotonic()
