@@ -23,6 +23,8 @@ ENTRY_FRAME, ROUNDING = 2, 1  # pixels
 # The kinds of parts of a window that must not overlap.
 PARTS = {Role.LABEL, Role.ICON, Role.TEXT, Role.COMBO_BOX, Role.PUSH_BUTTON, Role.RADIO_BUTTON,
          Role.PAGE_TAB, Role.SCROLL_PANE}
+# Those that cannot have a text, only parts of which some do.
+TEXTLESS = {Role.FILLER, Role.PANEL, Role.ICON, Role.COMBO_BOX, Role.PAGE_TAB_LIST, Role.SCROLL_PANE}
 
 in_each_language = pytest.mark.parametrize(
     "language", ["en_US", "de_DE", "es_ES", "fr_FR", "ja_JP", "zh_CN"])
@@ -58,11 +60,11 @@ class Part:
     none, and the box in which that is laid out, cut off or not."""
 
     def __init__(self, node, parent_role):
-        self.role, self.parent_role, self.name, self.box = node.role, parent_role, node.name, node.box
-        self.text, self.text_box = text_of(node, self.box)
+        self.role, self.parent_role, self.box = node.role, parent_role, node.box
+        self.text, self.text_box = text_of(node, self.role, self.box)
 
     def __repr__(self):
-        return f"<{self.role.value_nick} {self.name!r} at {self.box}, its text at {self.text_box}>"
+        return f"<{self.role.value_nick} {self.text!r} at {self.box}, its text at {self.text_box}>"
 
 
 def seen_in(node, role):
@@ -91,10 +93,9 @@ def room_needed(text, font, language):
     return layout.get_pixel_size()
 
 
-def text_of(node, box):
-    """The text of a node in this box, and the box of the text."""
-    length = "Text" in node.accessible.get_interfaces() and \
-        Atspi.Text.get_character_count(node.accessible)
+def text_of(node, role, box):
+    """The text of a node of this role in this box, and the box of the text."""
+    length = role not in TEXTLESS and Atspi.Text.get_character_count(node.accessible)
     if not length:
         return "", box
     box = Atspi.Text.get_range_extents(node.accessible, 0, length, Atspi.CoordType.SCREEN)

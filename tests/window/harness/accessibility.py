@@ -182,13 +182,13 @@ class Node:
             box = self.box
             self.app.desktop.settle_manager()
             return box == self.box and box
-        return self.app.wait_for(rests, f"{self!r} to stand still")
+        return self.app.wait_for(rests, lambda: f"{self!r} to stand still")
 
     def take_focus(self):
         """Gives the node the keyboard focus without passing through other fields."""
         self.app.ready_for_input()
         Atspi.Component.grab_focus(self.accessible)
-        self.app.wait_for(lambda: self.focused, f"the focus on {self!r}")
+        self.app.wait_for(lambda: self.focused, lambda: f"the focus on {self!r}")
 
     def activate(self):
         """Does what a press of the node does, as only an assistive tool can where another window

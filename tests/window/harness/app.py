@@ -13,7 +13,7 @@ from . import accessibility
 from .accessibility import Node, Role, State
 from .processes import is_idle
 from .stacks import with_names
-from .waiting import LIMIT, NOT_THERE, wait_for, whole
+from .waiting import LIMIT, NOT_THERE, told, wait_for, whole
 from .windows import Message, Window
 
 TITLE = "Agent Configure Manager"
@@ -36,6 +36,7 @@ class App:
         self._errors = tempfile.TemporaryFile()
         self._root = None
         self._client = None
+        self._active = None  # the node of the window that was active when last asked
         self._asked = None  # the X window that settled() asks
         self._end_was_checked = False
         self.process = device.start(argv, env, stdout=self._output, stderr=self._errors)
@@ -108,7 +109,7 @@ class App:
                 if value:
                     return value
             raise AssertionError(
-                f"the program ended with {self.process.program_status} before {what}")
+                f"the program ended with {self.process.program_status} before {told(what)}")
         return wait_for(checked, what, timeout)
 
     def wait_started(self, title=TITLE, active=True):
@@ -117,7 +118,8 @@ class App:
         self.window(title)
         window = self.wait_for(lambda: self.x_window(title), f"the window {title!r} on the screen")
         if active and self.desktop.manager:
-            self.wait_for(lambda: self.desktop.active_window() == window, f"{window} to be active")
+            self.wait_for(lambda: self.desktop.active_window() == window,
+                          lambda: f"{window} to be active")
         if active:
             self.ready_for_input()
         self.settled()
@@ -146,8 +148,16 @@ class App:
             if windows:
                 self.desktop.give_focus(windows[-1])
         focus = self.desktop.input_focus()
-        return focus and focus.client() == self._x_client() and \
-            any(node.has(State.ACTIVE) for node in Node(self, self.root).children)
+        return focus and focus.client() == self._x_client() and self._has_active_window()
+
+    def _has_active_window(self):
+        """Whether the program has seen that one of its windows is active, mostly the same as before."""
+        with contextlib.suppress(*NOT_THERE):
+            if self._active and self._active.has(State.ACTIVE):
+                return True
+        self._active = next((node for node in Node(self, self.root).children
+                             if node.has(State.ACTIVE)), None)
+        return self._active is not None
 
     def _x_client(self):
         """What all its X windows have in common, None before the first."""

@@ -25,9 +25,9 @@ _in_condition = False
 
 
 def wait_for(condition, what, timeout=LIMIT):
-    """Polls until condition() is true and returns its value; fails saying what was waited for. That
-    something goes while it is looked at counts as not yet, and is named as the cause when it was so
-    to the end."""
+    """Polls until condition() is true and returns its value; fails saying what was waited for, a text
+    or, where that takes a look at a window, a function that gives one. That something goes while it
+    is looked at counts as not yet, and is named as the cause when it was so to the end."""
     deadline = time.monotonic() + timeout
     step = SHORTEST
     while True:
@@ -35,9 +35,14 @@ def wait_for(condition, what, timeout=LIMIT):
         if value:
             return value
         if time.monotonic() >= deadline:
-            raise AssertionError(f"waited {timeout:g} s for {what}") from missing
+            raise AssertionError(f"waited {timeout:g} s for {told(what)}") from missing
         time.sleep(step)
         step = min(step * 1.5, LONGEST)
+
+
+def told(what):
+    """The text for what was waited for."""
+    return what() if callable(what) else what
 
 
 def _look(condition):
@@ -65,5 +70,5 @@ def whole(look):
     def repeated(*arguments):
         if _in_condition:
             return look(*arguments)
-        return wait_for(lambda: [look(*arguments)], f"{look.__name__} of {arguments[0]}")[0]
+        return wait_for(lambda: [look(*arguments)], lambda: f"{look.__name__} of {arguments[0]}")[0]
     return repeated

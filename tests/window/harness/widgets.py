@@ -38,7 +38,8 @@ class Entry(Node):
         length = len(self.text)
         if length:
             Atspi.Text.add_selection(self.accessible, 0, length)
-            self.app.wait_for(lambda: self.selection == (0, length), f"all of {self!r} selected")
+            self.app.wait_for(lambda: self.selection == (0, length),
+                              lambda: f"all of {self!r} selected")
 
     def fill(self, text):
         """Types the text in place of what is there."""
