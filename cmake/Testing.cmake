@@ -6,8 +6,9 @@
 # file; none in a build without the device, which does with the compiler alone. It runs on one
 # processor unless it is about what happens at the same moment. What Python compiles is kept in the
 # build directory; of pytest's plugins a machine may have any.
-# korv_repeats(GROUP/SUBJECT...): tests of this folder that decide in all builds what they decide in
-# the sanitizer build. In the others they are labelled "repeats": script/test by itself leaves them out.
+# korv_repeats(BUILD GROUP/SUBJECT...): tests of this folder that decide in all builds what they decide in
+# this one, "release" or "sanitize". In the others they are labelled "repeats": script/test by itself
+# leaves them out.
 #
 # A test is named BUILD/GROUP/SUBJECT. The build's name comes first, so that one CTest run can cover
 # several build trees. script/test runs three at a time for each processor, since most wait most of
@@ -24,8 +25,8 @@ set(KORV_TEST_ENVIRONMENT
     "LSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/lsan.supp':print_suppressions=0"
     "UBSAN_OPTIONS=print_stacktrace=1")
 
-function(korv_repeats)
-  if(KORV_DEVICE AND NOT KORV_SANITIZE)
+function(korv_repeats build)
+  if(KORV_DEVICE AND NOT KORV_BUILD_NAME STREQUAL build)
     foreach(name ${ARGN})
       set_property(TEST ${KORV_BUILD_NAME}/${name} APPEND PROPERTY LABELS repeats)
     endforeach()

@@ -65,7 +65,7 @@ def make_locale(name, directory):
         known = re.search(rf"^{re.escape(name)} (\S+)", SUPPORTED.read_text(), re.MULTILINE)
         charset = known[1] if known else "UTF-8"
     directory.mkdir(exist_ok=True)
-    made = subprocess.run(["localedef", "--no-archive", "-i", language + variant, "-f", charset,
+    made = subprocess.run([ROOT / "device/make_locale", "localedef", language + variant, charset,
                            directory / name], capture_output=True, text=True, check=False)
     if made.returncode:
         raise SystemExit(f"script/demo: no locale {name!r}: {made.stderr.strip()}")

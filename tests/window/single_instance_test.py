@@ -1,7 +1,6 @@
 """One instance at a time: the second start hands over to the first and ends."""
 import os
 import signal
-import subprocess
 
 import pytest
 from conftest import SANITIZERS
@@ -316,23 +315,3 @@ def test_commands_do_not_inherit_the_pid_file(start, device, desktop):
     files = device.host_path("/run/files").read_text().split("\n")
     assert len([file for file in files if file.startswith("pipe:")]) >= 8, "seven reads and the pid file"
     assert "/run/korv-agent-mgr.pid" not in files
-
-
-@pytest.mark.parametrize("manager", [None])
-def test_two_started_at_the_same_moment_leave_one_window(device, desktop):
-    rounds = int(os.environ.get("KORV_ROUNDS", "50"))
-    for _ in range(rounds):
-        both = [device.start([device.program], desktop.environment, stdout=subprocess.PIPE)
-                for _ in range(2)]
-        wait_for(lambda: [one for one in both if one.poll() is not None], "one of them to end")
-        second, = [one for one in both if one.poll() is not None]
-        first, = [one for one in both if one is not second]
-        assert second.program_status == 0
-        # A fresh X server has never heard of a window's process: "failed" is said of that.
-        assert second.communicate()[0].removesuffix(b"failed") == HANDED_OVER[1]
-        wait_for(lambda: desktop.windows(pid=first.program_pid), "the window of the other")
-        assert [window.pid for window in desktop.windows(title=TITLE)] == [first.program_pid]
-        first.kill()
-        assert first.communicate()[0] == GREETING
-        wait_for(lambda: not desktop.windows(title=TITLE), "its window to be gone")
-    print(f"{rounds} pairs: one window each")
