@@ -1,5 +1,7 @@
 """A desktop of its own for the tests: X server, window manager, keyboard, pointer, clipboard."""
+import contextlib
 import os
+import re
 import select
 import subprocess
 import tempfile
@@ -34,18 +36,15 @@ OPENBOX = """<?xml version="1.0" encoding="UTF-8"?>
   <menu/>
 </openbox_config>
 """
-# It wants its settings from a daemon of its own, which goes when it goes.
-XFWM4 = """
-setpriv --pdeathsig TERM $(sed -n s/^Exec=//p /usr/share/dbus-1/services/org.xfce.Xfconf.service) &
-gdbus wait --session org.xfce.Xfconf && exec xfwm4 --compositor=off
-"""
 MANAGERS = {
     "openbox": lambda rc: ["openbox", "--sm-disable", "--config-file", rc],
     "icewm": lambda _: ["icewm"],
     "jwm": lambda _: ["jwm", "-f", "/etc/jwm/system.jwmrc"],
     "metacity": lambda rc: ["metacity", "--sm-disable", "--no-composite"],
-    "xfwm4": lambda _: ["sh", "-c", XFWM4],
+    "xfwm4": lambda _: ["xfwm4", "--compositor=off"],
 }
+# The service of the session from which a manager wants its settings.
+SERVICES = {"xfwm4": "org.xfce.Xfconf"}
 # What is drawn depends on nothing but the program: no blinking, no user's theme, no second click
 # that counts as a double one.
 GTKRC = """gtk-theme-name = "Raleigh"
@@ -113,8 +112,17 @@ class Desktop:
             argv = MANAGERS[self.manager](self._file("rc.xml", OPENBOX))
             own = {"DISPLAY": self.name, "HOME": self._directory.name,
                    "XDG_CONFIG_HOME": self._directory.name, "NO_AT_BRIDGE": "1"}
+            if self.manager in SERVICES:
+                self._start_service(SERVICES[self.manager], {**plain, **own})
             self._helpers.append(start_helper(argv, {**plain, **own}, self._log))
             wait_for(self._manager_answers, self.manager)
+            wait_for(self._manager_gives_focus, f"{self.manager} to give a window the keyboard")
+
+    def _start_service(self, name, env):
+        with open(f"/usr/share/dbus-1/services/{name}.service", encoding="utf-8") as service:
+            argv, = re.findall(r"^Exec=(.*)$", service.read(), re.MULTILINE)
+        self._helpers.append(start_helper(argv.split(), env, self._log))
+        subprocess.run(["gdbus", "wait", "--session", name], env=env, timeout=LIMIT, check=True)
 
     def close(self):
         for helper in reversed(self._helpers):
@@ -271,6 +279,21 @@ class Desktop:
         self._probe = self.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent,
                                               event_mask=X.PropertyChangeMask)
         return self._ask_manager(timeout=0.05)
+
+    def _manager_gives_focus(self):
+        """Whether a new window becomes the active one. A manager that has just started may overlook
+        the first, and gives it the keyboard at no later time either."""
+        window = self.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+        window.set_wm_hints(flags=Xutil.InputHint, input=True)
+        window.map()
+        tried = XWindow(self, window.id)
+        given = False
+        with contextlib.suppress(AssertionError):
+            given = wait_for(lambda: self.active_window() == tried, "it to be active", timeout=1)
+        window.destroy()
+        wait_for(lambda: tried not in self.stacking(), f"{self.manager} to forget a window")
+        self.settle_manager()
+        return given
 
     def _ask_manager(self, timeout):
         self._tell_root(self._probe, "_NET_REQUEST_FRAME_EXTENTS", [])
