@@ -43,11 +43,13 @@ function(korv_test name)
 endfunction()
 
 # The tests' own code is compiled for a quick build; what they test is compiled as it ships. The
-# sanitizers watch over the memory that tests hand to it, but not over the tests' own arithmetic. The
-# last two are what Qt and GTK ask for: a precompiled header fits only where all of them are the same.
+# sanitizers watch over the memory that tests hand to it, but not over the tests' own arithmetic; they
+# alone name lines of it. The last two are what Qt and GTK ask for: a precompiled header fits only where
+# all of them are the same.
 add_library(test_flags INTERFACE)
 target_compile_options(test_flags INTERFACE
-  -O0 -g1 -U_FORTIFY_SOURCE $<$<BOOL:${KORV_SANITIZE}>:-fno-sanitize=undefined> -fPIC -pthread)
+  -O0 -g$<BOOL:${KORV_SANITIZE}> -U_FORTIFY_SOURCE
+  $<$<BOOL:${KORV_SANITIZE}>:-fno-sanitize=undefined> -fPIC -pthread)
 target_include_directories(test_flags INTERFACE ${PROJECT_SOURCE_DIR})
 
 add_library(precompiled OBJECT EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/support/precompiled.cpp)
