@@ -37,13 +37,21 @@ def x_server():
         server.wait()
 
 
-@pytest.fixture(name="x")
-def fixture_x():
-    """A connection to a fresh X server that no window manager manages."""
+@pytest.fixture(scope="module", name="server")
+def fixture_server():
     with x_server() as name:
-        connection = xdisplay.Display(name)
-        yield connection
-        connection.close()
+        yield name
+
+
+@pytest.fixture(name="x")
+def fixture_x(server):
+    """A connection to an X server that no window manager manages, without windows."""
+    connection = xdisplay.Display(server)
+    yield connection
+    for window in stack(connection):
+        window.destroy()
+    connection.sync()
+    connection.close()
 
 
 def start_driver(display_name, *pids):
@@ -266,23 +274,23 @@ def test_ends_quietly_without_a_reachable_display(display_name):
 
 
 @contextlib.contextmanager
-def window_manager(name, x, home):
-    """A window manager that is ready; gives its process."""
-    environment = dict(os.environ, DISPLAY=x.get_display_name(), HOME=str(home))
-    manager = subprocess.Popen([name], env=environment, stdin=subprocess.DEVNULL,
-                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    try:
-        wait_until_managed(make_window(root_of(x)))
-        yield manager
-    finally:
-        manager.kill()
-        manager.wait()
+def managed_by(name, home):
+    """A connection to a fresh X server with a window manager that is ready, and its process."""
+    with x_server() as display_name, contextlib.closing(xdisplay.Display(display_name)) as x:
+        environment = dict(os.environ, DISPLAY=display_name, HOME=str(home))
+        manager = subprocess.Popen([name], env=environment, stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        try:
+            wait_until_managed(make_window(root_of(x)))
+            yield x, manager
+        finally:
+            manager.kill()
+            manager.wait()
 
 
 @pytest.fixture(name="managed_x", params=["openbox", "metacity"])
-def fixture_managed_x(request, x, tmp_path):
-    """A connection to an X server with a window manager."""
-    with window_manager(request.param, x, tmp_path):
+def fixture_managed_x(request, tmp_path):
+    with managed_by(request.param, tmp_path) as (x, _):
         yield x
 
 
@@ -350,8 +358,8 @@ def test_brings_a_minimised_window_back(managed_x):
     wait_until_in_front(x, target)
 
 
-def test_a_window_manager_that_hangs_is_not_waited_for_for_ever(x, tmp_path):
-    with window_manager("openbox", x, tmp_path) as manager:
+def test_a_window_manager_that_hangs_is_not_waited_for_for_ever(tmp_path):
+    with managed_by("openbox", tmp_path) as (x, manager):
         target = make_managed_window(x, PID)
         iconify(x, target)
         manager.send_signal(signal.SIGSTOP)

@@ -24,10 +24,9 @@ class Tree:
         self.path = directory / "a checkout"
         self._commands = directory / "commands"
         self._calls = directory / "calls"
-        for part in ("script", "device", "tests/bench", "tests/fuzz", "app"):
-            shutil.copytree(ROOT / part, self.path / part,
-                            ignore=shutil.ignore_patterns("corpus", "__pycache__"))
-        subprocess.run(["git", "init", "--quiet", self.path], check=True)
+        for part in ("script", "device", "tests/bench", "tests/window/harness"):
+            shutil.copytree(ROOT / part, self.path / part, ignore=shutil.ignore_patterns("__pycache__"))
+        subprocess.run(["git", "init", "--quiet", "--template=", self.path], check=True)
         self._commands.mkdir()
         for name, action in STAND_INS.items():
             self.stand_in(name, action)
@@ -61,11 +60,21 @@ class Tree:
 
     def files(self):
         """Every file around and in the copy, by its content; what is built and noted left out."""
-        noted = (self.path / "build", self.path / ".git", self._calls)
-        return {path: path.read_bytes() for path in self.directory.rglob("*") if path.is_file()
-                and not any(path.is_relative_to(own) for own in noted)}
+        found = {}
+        for directory, inner, names in os.walk(self.directory):
+            if directory == str(self.path):
+                inner[:] = set(inner) - {"build", ".git"}
+            found.update((path, path.read_bytes()) for path in (pathlib.Path(directory, name) for name in names)
+                         if path != self._calls)
+        return found
 
 
 @pytest.fixture
 def tree(tmp_path):
     return Tree(tmp_path)
+
+
+@pytest.fixture(scope="module")
+def idle_tree(tmp_path_factory):
+    """One for all the tests in which a script does nothing."""
+    return Tree(tmp_path_factory.mktemp("idle"))
