@@ -1,5 +1,8 @@
 """The gateway entries refuse what the registry's client could not carry."""
+import contextlib
+
 import pytest
+from Xlib import X, display
 from general import saved
 
 LABEL = "Backup Gateway"
@@ -134,6 +137,31 @@ def test_a_refused_drop_leaves_the_text_where_it_was(start, device, label):
     app.wait_for(lambda: "far" in target.text and "far" not in source.text, "the second drop")
     assert sorted(target.text) == sorted("therefar")
     assert source.text == "it's "
+
+
+def test_a_refused_drop_ends_the_drag(start, desktop, device):
+    """The source is told, which puts away the picture that was under the pointer."""
+    device.registry.set("BackupGateway", "it's far")
+    app = start()
+    source, target = app.entry(LABEL), app.entry("Current Gateway")
+    source.take_focus()
+    select(source, 0, 4)
+    with contextlib.closing(display.Display(desktop.name)) as watcher:
+        watcher.screen().root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        watcher.sync()
+        app.drag(source.point(2), target.point(5))
+        shown = set()
+
+        def put_away():
+            while watcher.pending_events():
+                event = watcher.next_event()
+                if event.type == X.MapNotify:
+                    shown.add(event.window)
+                elif event.type == X.DestroyNotify and event.window in shown:
+                    return True
+            return False
+
+        app.wait_for(put_away, "the end of the drag")
 
 
 @pytest.mark.parametrize("label", ["Current Gateway", "Backup Gateway"])

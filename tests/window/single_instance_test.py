@@ -112,6 +112,7 @@ def test_leaves_the_window_on_the_page_where_it_is(start, device, desktop, cover
     app = start()
     app.page("Groups")
     app.button("Edit...").take_focus()
+    app.settled()  # it has also asked for its window to be brought to the front
     cover()
     start_again(device, desktop)
     wait_in_front(app.x_window(), desktop)

@@ -208,10 +208,13 @@ class Desktop:
         wait_for(lambda: window.workspace == ALL_WORKSPACES, f"{window} to be on all workspaces")
 
     def activate(self, window):
-        """What a task bar does: brings the window to the front and gives it the focus."""
-        self._tell_root(window, "_NET_ACTIVE_WINDOW", [BY_USER])
-        self.settle_manager()
-        wait_for(lambda: self.active_window() == window, f"{window} to be active")
+        """What a task bar does: brings the window to the front and gives it the focus. Asks until it
+        has, as a person would: a program may have asked the same for its own window meanwhile."""
+        def ask():
+            self._tell_root(window, "_NET_ACTIVE_WINDOW", [BY_USER])
+            self.settle_manager()
+            return self.active_window() == window
+        wait_for(ask, f"{window} to be active")
 
     def close_window(self, window):
         """What the title bar's close control does."""
