@@ -82,7 +82,7 @@ TEST_F(StringTableTest, AByteOrderMarkIsDroppedOnce) {
 }
 
 TEST_F(StringTableTest, OnlyTheFirstColumnMakesAComment) {
-  EXPECT_EQ(Value("[Message]\n#k=hidden\n"), "(english)");
+  EXPECT_EQ(Value("[Message]\n#k=hidden\n", "Message", "#k"), "(english)");
   EXPECT_EQ(Value("[Message]\n #k=shown\n", "Message", "#k"), "shown");
 }
 
