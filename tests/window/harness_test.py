@@ -297,7 +297,7 @@ def test_reads_a_list_whose_rows_go_meanwhile(start, device):
     table, delete = app.table(), app.button("Delete")
     for left in reversed(range(30, 40)):
         Atspi.Table.add_row_selection(table.accessible, left)
-        delete.activate()
+        Atspi.Action.do_action(delete.accessible, 0)  # answers before the row goes
         assert len(table.rows) in (left, left + 1)
         app.wait_for(lambda: len(table.rows) == left, "the row to go")
 

@@ -192,5 +192,6 @@ class Node:
 
     def activate(self):
         """Does what a press of the node does, as only an assistive tool can where another window
-        keeps the mouse and the keyboard away from it. Nothing waits for what comes of it."""
+        keeps the mouse and the keyboard away from it. The toolkit answers first and does it later."""
         Atspi.Action.do_action(self.accessible, 0)
+        self.app.settled()
