@@ -35,4 +35,11 @@ TEST(QueryAgentVersion, AnAgentThatCannotBeStartedHasNoVersion) {
   EXPECT_STREQ(std::getenv("LD_LIBRARY_PATH"), "/etc/vexaagent/lib");
 }
 
+TEST(QueryAgentVersion, LeavesNothingOpen) {
+  const ScopedEnv library_path("LD_LIBRARY_PATH", std::nullopt);
+  const int before = CountDescriptors();
+  QueryAgentVersion();
+  EXPECT_EQ(CountDescriptors(), before);
+}
+
 }  // namespace
