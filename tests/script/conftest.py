@@ -64,8 +64,9 @@ class Tree:
         for directory, inner, names in os.walk(self.directory):
             if directory == str(self.path):
                 inner[:] = set(inner) - {"build", ".git"}
-            found.update((path, path.read_bytes()) for path in (pathlib.Path(directory, name) for name in names)
-                         if path != self._calls)
+            for path in map(pathlib.Path(directory).joinpath, names):
+                if path != self._calls:
+                    found[path] = path.read_bytes()
         return found
 
 

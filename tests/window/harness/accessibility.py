@@ -192,6 +192,7 @@ class Node:
 
     def activate(self):
         """Does what a press of the node does, as only an assistive tool can where another window
-        keeps the mouse and the keyboard away from it. The toolkit answers first and does it later."""
+        keeps the mouse and the keyboard away from it. Returns when the program has dealt with it, which
+        it does only after it has answered."""
         Atspi.Action.do_action(self.accessible, 0)
         self.app.settled()
