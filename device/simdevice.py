@@ -395,10 +395,8 @@ class SimDevice:
 
     def _install(self):
         self.database.executescript((_HERE / "schema.sql").read_text())
-        self.database.execute("BEGIN")
         for name, value in _VALUES.items():
             self.registry.set(name, value)
-        self.database.execute("COMMIT")
         self.install_client()
         self.write("/etc/systeminfo", _SYSTEMINFO)
         self.write("/etc/vexaagent/version", "Agent Version : 5.2.1\n")

@@ -114,10 +114,9 @@ class App:
 
     def wait_started(self, title=TITLE, active=True):
         """Waits for the window: mapped, on the accessibility bus, and active where asked for."""
-        # The X server first: what the bus is asked, the program itself answers, which is busy starting.
-        window = self.wait_for(lambda: self.x_window(title), f"the window {title!r} on the screen")
         self.wait_for(lambda: self.root, "the program on the accessibility bus")
         self.window(title)
+        window = self.wait_for(lambda: self.x_window(title), f"the window {title!r} on the screen")
         if active and self.desktop.manager:
             self.wait_for(lambda: self.desktop.active_window() == window,
                           lambda: f"{window} to be active")
