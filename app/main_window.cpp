@@ -96,7 +96,9 @@ void OpenMainWindow() {
   gtk_container_add(GTK_CONTAINER(window), box);
   AddNotebook(box, gtk_window_get_title(GTK_WINDOW(window)));
   AddOkAndCancel(box);
-  g_timeout_add(kRefreshInterval, OnRefreshTimer, nullptr);
+  // After all else: with a client that takes longer than the interval a refresh is always due, and
+  // what is clicked and drawn is not to wait for one each time.
+  g_timeout_add_full(G_PRIORITY_LOW, kRefreshInterval, OnRefreshTimer, nullptr, nullptr);
   SetIcon(window);
   gtk_widget_show_all(window);
 }

@@ -18,8 +18,8 @@ struct PlatformRecord {
   std::string family;    // the first of them
   const FamilyLayout *family_row = nullptr;  // how the image id was cut: a constant
   std::int32_t number = 0;                   // -1: that part of the image id is not a number
-  std::string model_code;  // up to three characters, or the edition's family letter
-  std::int32_t platform_code = 9;
+  std::string model_code;               // up to three characters, or the edition's family letter
+  std::int32_t platform_code = 9;       // also a real one's: ask `valid` first
   std::int32_t architecture_class = 0;  // 1 or 2
   bool valid = false;                   // a platform code has been decided
 };

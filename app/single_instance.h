@@ -17,5 +17,6 @@ bool AnotherInstanceHoldsLock(const char *pid_file = kPidFile);
 
 // The process id that the pid file names: the number at the start of its first line, after any
 // white space; 0 when there are no digits, and the nearest 32-bit number for one that does not fit.
-// Of the line, 1023 bytes count. Nothing when the file's reading, a command, cannot be started.
+// Of the line, 1023 bytes count. Nothing when the file's reading, a command, cannot be started: the
+// shell reads the path as it stands, so nothing in it may mean something to the shell.
 std::optional<std::int32_t> RunningInstancePid(const char *pid_file = kPidFile);

@@ -5,7 +5,7 @@ pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET glib-2.0)
 pkg_check_modules(GTK2 REQUIRED IMPORTED_TARGET gtk+-2.0>=2.24)
 pkg_check_modules(X11 REQUIRED IMPORTED_TARGET x11)
 
-# Only QString and QByteArray are used, and of them only what means the same on 4.8, 5 and 6.
+# Only QString, QLatin1String and QByteArray are used, and of them what means the same on 5 and 6.
 set(KORV_QT_MAJOR "" CACHE STRING "Qt major version to use: 6, 5, or empty for the newest installed")
 if(KORV_QT_MAJOR)
   find_package(Qt${KORV_QT_MAJOR} REQUIRED COMPONENTS Core)

@@ -3,9 +3,9 @@
 # korv_unit_test(SUBJECT_test SOURCES... LIBS... [RUN_BY...]): a GoogleTest program; RUN_BY is a
 # command that runs it.
 # korv_pytest(GROUP FILE [ON_ALL_PROCESSORS] [NEEDS...] [ENVIRONMENT...] [PROPERTIES...]): a pytest
-# file; none in a build without the device, which does with the compiler alone. It runs on one
+# file; none in a build without the device, which needs the compiler alone. It runs on one
 # processor unless it is about what happens at the same moment. What Python compiles is kept in the
-# build directory; of pytest's plugins a machine may have any.
+# build directory; pytest's plugins, of which a machine may have any, are not loaded.
 # korv_repeats(BUILD GROUP/SUBJECT...): tests of this folder that decide in all builds what they decide in
 # this one, "release" or "sanitize". In the others they are labelled "repeats": script/test by itself
 # leaves them out.

@@ -12,7 +12,7 @@
 // pointer only once its main loop runs again.
 class Busy {
  public:
-  // The window is the one that `inside` is in.
+  // The window is the one that `inside` is in. It is on the screen, or at least realized.
   explicit Busy(GtkWidget *inside);
   ~Busy();
   Busy(const Busy &) = delete;

@@ -35,9 +35,9 @@ extern AgentSettings agent_settings;
 void LoadSettings();
 
 // Makes `settings` fresh copies of the loaded values. A null one takes the setting's default where
-// it has one ("1440", "0", "0" and "1" for settings 3 to 6). An empty one stays empty: the program
-// does not put defaults in place of what the registry says, so after LoadSettings, which always
-// makes a text, no default is ever used.
+// it has one ("1440", "0", "0" and "1", from Interval_min to GetGroupsFromDHCP). An empty one stays
+// empty: the program does not put defaults in place of what the registry says, so after
+// LoadSettings, which always makes a text, no default is ever used.
 void FillSettings(AgentSettings &settings, const SettingTexts &loaded);
 
 // Writes the seven working texts to the registry, an absent one as an empty text, then commits.
@@ -45,8 +45,9 @@ void FillSettings(AgentSettings &settings, const SettingTexts &loaded);
 // go through the client's command line: the registry keeps what it had for that setting.
 void SaveSettings();
 
-// Makes CurrentGateway what the registry holds, when it can be read. In memory only: the entry,
-// into which the user may be typing, stays as it is.
+// Makes CurrentGateway what the registry holds; empty, as at the start, when the client complains,
+// and what it was when the client prints nothing. In memory only: the entry, into which the user
+// may be typing, stays as it is.
 void RefreshCurrentGateway();
 
 // While one of these lives, the refresh reads the registry but leaves the setting alone: what OK

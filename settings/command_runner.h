@@ -16,10 +16,11 @@ namespace CommandRunner {
 // the child ended by a signal; 1 for a null format.
 int RunCommand(const char *format, ...) __attribute__((format(printf, 1, 2)));
 
-// Starts the command line with its descriptors 1 and 2 joined on one pipe. Returns 0 with the read
-// end in `*stream` and the child in `*child`: the caller closes the stream with fclose and does not
-// wait for the child. Returns 1 when the pipe or the stream could not be made, -1 when the child
-// could not (`*child` is then -1); `*stream` is null in both cases.
+// Starts the command line with its descriptors 1 and 2 joined on one pipe; the format is not null.
+// Returns 0 with the read end in `*stream` and the child in `*child`: the caller closes the stream
+// with fclose and does not wait for the child. Returns 1 when the pipe could not be made, or the
+// stream, which leaves a running child in `*child`; -1 when the child could not. `*stream` is then
+// null, and `*child` is -1 where there is no child.
 int OpenCommandOutput(std::FILE **stream, pid_t *child, const char *format, ...)
     __attribute__((format(printf, 3, 4)));
 

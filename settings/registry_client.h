@@ -6,8 +6,8 @@
 //
 // The command lines put keys and values between single quotes and escape nothing: callers never
 // pass a key or value that holds a single quote. Every operation blocks until its command has
-// finished, the gets until its output has ended; a client that is missing or fails shows only in
-// the result.
+// finished, the gets until that command's output has ended; a client that is missing or fails shows
+// only in the result.
 #pragma once
 
 #include <QString>
@@ -36,7 +36,9 @@ class RegistryClient {
   // As GetValue; a text that is not a decimal number gives 0, and still true.
   bool GetIntValue(const QString &key, int &value) const;
 
-  // Creates the key, whatever the result, then sets it. True when the set succeeded.
+  // Creates the key, whatever the result, then sets it. True when the set succeeded. A value that
+  // makes the command line longer than CommandRunner takes is not set: the cut leaves a quote open,
+  // which the shell refuses.
   bool SetValue(const QString &key, const QString &value) const;
   bool SetIntValue(const QString &key, int value) const;
 

@@ -12,8 +12,8 @@ enum ComboKind { kPullInterval = 0, kLogLevel = 1, kDelayScope = 2 };
 // in decimal. Null when the text is not valid. The store is the combo box's own.
 HeapText ReadComboValue(GtkWidget *combo, GtkListStore *store, ComboKind kind);
 
-// Sets settings 1 to 5 to what the page shows. Returns 0, or 1 when a value was refused: the user
-// has been told, and the settings after it are as they were. A refused gateway is stored as it was
-// typed; for a refused duration the setting is absent. Also returns 1 when the page was destroyed
-// in the meantime.
+// Sets the settings from CurrentGateway to DelayScope_min to what the page shows. Returns 0, or 1
+// when a value was refused: the user has been told, and the settings after it are as they were. A
+// refused gateway is stored as it was typed, without blanks at its ends; for a refused duration the
+// setting is absent. Also returns 1 when the page was destroyed in the meantime.
 int CollectGeneralSettings();

@@ -27,7 +27,7 @@ extern const DurationTraits kDelayScopeTraits;
 // A field on a page.
 struct DurationField {
   const DurationTraits &traits;
-  void (*move_on)() = nullptr;  // to the next field, once a typed number was accepted
+  void (*move_on)() = nullptr;  // to the next field, see Validate
   GtkWidget *combo = nullptr;
   GtkEntry *entry = nullptr;  // inside the combo
   GtkListStore *store = nullptr;
@@ -47,11 +47,11 @@ void SelectStored(const DurationField &field, GtkWidget *combo);
 // Builds the list anew, which drops a row appended before, and selects the row for the number.
 void Reselect(DurationField &field, int minutes);
 
-// Checks the entry's text and leaves the outcome in `validated`. A valid text selects its row, and
-// a number that no row had also moves the focus on. An empty text is replaced by the recommended
-// number, after a message, and is valid. Anything else brings a message and takes the focus to the
-// entry; its text and the setting stay as they are. Nothing is valid when the window was destroyed
-// while the message was open.
+// Checks the entry's text and leaves the outcome in `validated`. A valid text selects its row; one
+// that does not name a row, by the row's text or number, also moves the focus on. An empty text is
+// replaced by the recommended number, after a message, and is valid. Anything else brings a message
+// and takes the focus to the entry; its text and the setting stay as they are. Nothing is valid
+// when the window was destroyed while the message was open.
 void Validate(DurationField &field);
 
 // For "focus": checks when the keyboard would leave the entry. True ends the move, because the text

@@ -39,7 +39,7 @@ void SelectDelayScope(GtkWidget *combo);
 void ReselectPullInterval(int minutes);
 void ReselectDelayScope(int minutes);
 
-// "activate" handlers, and what OK calls. A valid interval moves the focus on to the Log Level, a
-// valid delay to OK.
+// "activate" handlers, and what OK calls. A valid number that does not name a row moves the focus
+// on, from the interval to the Log Level and from the delay to OK.
 void ValidatePullInterval();
 void ValidateDelayScope();

@@ -30,8 +30,8 @@ inline constexpr int kMaxDelay = 60;        // minutes
 // otherwise. One decimal rounds it up from .5; whatever else follows is ignored.
 //
 // They differ in what they read as the number. An interval is read from the very start of the
-// entry's text, sign and blanks included, and only as far as the text without these is long: "+30"
-// is 3 and " 45" is 4. A delay is what follows the sign: "+30" is 30, and "+-5" is -5, since the
-// only lower limit is that of the type.
+// entry's text, sign and blanks included, and only for as many bytes as the text without these has:
+// "+30" is 3 and " 45" is 4. A delay is what follows the sign: "+30" is 30, and "+-5" is -5, since
+// the only lower limit is that of the type.
 TypedDuration ParseTypedInterval(const std::string &entry_text);
 TypedDuration ParseTypedDelay(const std::string &entry_text);

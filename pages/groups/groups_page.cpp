@@ -65,7 +65,7 @@ void OnStaticClicked() {
 
 void OnAddClicked() {
   RunGroupDialog(kAddGroup);
-  TakeList();  // also after a cancel, when the setting comes out the same
+  TakeList();  // also after a cancel: the text is made anew, and may take another form
 }
 
 void OnEditClicked() {

@@ -10,16 +10,16 @@
 // Creates the missing directories of an absolute path and, if the file does not exist, the file
 // with the default settings. Returns 0 when the file is there; one that existed before is not
 // changed. Returns -1 on any failure, which leaves in place what was created before it, and for a
-// path that ends with "/", because it does not name a file.
+// path that is null, is not absolute, or ends with "/", because it does not name a file.
 int EnsureSettingsFile(const char *path);
 
 // Reads the file into the document, releases the document loaded before, and keeps the path for
 // saving. Returns 0, also for a file that is not XML; there is no document then.
 //
-// Returns -1 when the file cannot be opened for reading and writing, is empty or larger than
-// INT32_MAX bytes, or cannot be mapped. The document and the path from before are then kept. The
-// one failure that comes too late for that is unmapping: the result is -1, with the new document
-// loaded.
+// Returns -1 when the path is null, and when the file cannot be opened for reading and writing, is
+// empty or larger than INT32_MAX bytes, or cannot be mapped. The document and the path from before
+// are then kept. The one failure that comes too late for that is unmapping: the result is -1, with
+// the new document loaded.
 int LoadSettingsFile(const char *path);
 
 // Returns the first text of the element at a path of names separated by "/", with its entities
@@ -36,8 +36,9 @@ const char *SimpleXmlParserGet(const char *path);
 // malloc() and is taken over in every case. When memory runs out, it is stored without being
 // encoded.
 //
-// A value that is saved and loaded comes back as it was set, with two exceptions: white space
-// around it is lost, and an entity in it, such as "&lt;", comes back decoded.
+// A value that is saved and loaded comes back as it was set, with three exceptions: white space
+// around it is lost, an entity in it, such as "&lt;", comes back decoded, and of one that is empty,
+// or white space alone, nothing is left.
 //
 // Kept on purpose: an element without any node gets its first text, but an element that has
 // attributes or elements and no text is not changed.

@@ -76,7 +76,7 @@ GtkWidget *NewGeneralPage() {
 
 void AddList(GtkWidget *box) {
   GtkListStore *rows = gtk_list_store_new(2, G_TYPE_STRING, G_TYPE_STRING);
-  const char *const groups[][2] = {{"MG", "floor2"}, {"P1", "lab"}, {"SALES", "north"}};
+  const char *const groups[][2] = {{"Manual Group", "floor2"}, {"P1", "lab"}, {"SALES", "north"}};
   for (const auto &group : groups) {
     gtk_list_store_insert_with_values(rows, nullptr, -1, 0, group[0], 1, group[1], -1);
   }

@@ -8,8 +8,8 @@ from conftest import BUILD_DIR, TREE
 
 @pytest.fixture
 def command(tmp_path):
-    def call(name, *args, status=0):
-        line = [TREE / "device/device", "--build", BUILD_DIR, name, tmp_path / "device", *args]
+    def call(name, *args, status=0, build=BUILD_DIR):
+        line = [TREE / "device/device", "--build", build, name, tmp_path / "device", *args]
         result = subprocess.run(line, capture_output=True, text=True, check=False)
         assert result.returncode == status, result.stderr
         return result.stdout
@@ -21,6 +21,11 @@ def test_a_device_is_made_once_and_used_by_its_directory(command):
     command("new")
     command("new", status=2)
     assert command("registry", "LogLevel") == "LogLevel = 0\n"
+
+
+def test_no_device_is_begun_where_nothing_is_built(command, tmp_path):
+    command("new", build=tmp_path, status=2)
+    assert not (tmp_path / "device").exists()
 
 
 def test_a_program_runs_in_the_callers_environment_and_gives_its_status(command, monkeypatch):

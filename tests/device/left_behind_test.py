@@ -20,7 +20,7 @@ device = SimDevice(sys.argv[2])
 
 @pytest.fixture
 def memory(tmp_path):
-    """What the commands that in_memory() makes have as /dev/shm."""
+    """What the processes of start() have as /dev/shm."""
     directory = tmp_path / "memory"
     directory.mkdir()
     return directory

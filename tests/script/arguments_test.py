@@ -27,6 +27,15 @@ def test_an_unknown_option_is_refused_before_any_work(idle_tree, script):
     assert idle_tree.calls() == []
 
 
+@pytest.mark.parametrize("line", [["demo", "--tour", "--no-build"], ["bench", "--quick", "--no-build"],
+                                  ["soak", "1", "1", "1", "1"], ["soak", "--busy", "1", "1"]])
+def test_arguments_in_the_wrong_place_are_refused_before_any_work(idle_tree, line):
+    result = idle_tree.run(*line)
+    assert result.returncode == 2
+    assert result.stderr.startswith(f"{line[0]}: ")
+    assert idle_tree.calls() == []
+
+
 @pytest.mark.parametrize("script", SCRIPTS)
 def test_an_odd_argument_costs_nobody_a_file(tree, script):
     before = tree.files()
@@ -38,7 +47,7 @@ def test_an_odd_argument_costs_nobody_a_file(tree, script):
                    for path in after.keys() - before.keys()), argument
 
 
-@pytest.mark.parametrize("variables", [["TMPDIR"], ["HOME", "BUILD", "DISPLAY", "CDPATH"]])
+@pytest.mark.parametrize("variables", [["TMPDIR"], ["HOME", "DISPLAY", "CDPATH"]])
 def test_an_odd_environment_costs_nobody_a_file(tree, variables):
     before = tree.files()
     for value in (None, *ODD):

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,7 @@ class StringTableTest : public testing::Test {
  protected:
   ~StringTableTest() override {
     GlobalStringTable() = StringTable();
+    std::setlocale(LC_ALL, "C");  // LoadStringTable takes the environment's
     EXPECT_EQ(CountDescriptors(), descriptors_before_);
   }
 

@@ -45,6 +45,7 @@ def test_a_client_that_says_nothing_at_all(start, device):
 def test_a_client_that_dies(start, device):
     device.faults.die()
     app = start()
+    assert shown(app) == [""] * 4
     close_all_messages_of_ok(app)
 
 

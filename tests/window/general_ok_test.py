@@ -89,7 +89,7 @@ def test_a_stored_gateway_that_is_too_long_is_shown_cut_and_saved_whole(start, d
 
 @pytest.mark.parametrize("label", GATEWAYS)
 def test_of_a_long_gateway_that_was_touched_what_shows_counts(start, device, label):
-    name, fault = GATEWAYS[label]
+    name = GATEWAYS[label][0]
     device.write("/etc/hosts", f"10.0.0.7 {LONG}\n10.0.0.8 {LONG[:49]}\n")
     device.registry.set(name, LONG)
     app = start()
@@ -241,6 +241,7 @@ def test_the_refresh_never_touches_the_entry(start, device):
 
 def test_the_refresh_does_not_mind_a_client_that_says_nothing(start, device):
     app = start()
+    device.faults.silent()
     device.faults.fail(verbs="get")
     device.clear_journal()
     wait_for(lambda: len(device.journal()) >= 2, "two refreshes, the first of them done")

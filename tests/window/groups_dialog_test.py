@@ -133,9 +133,8 @@ def test_of_two_rows_with_one_name_the_first_is_rewritten(start, device):
     assert rows(app) == [("A", "second"), ("A", "second")]
 
 
-@pytest.mark.parametrize("stored", ['MG="1";MGX="2"'])
-def test_of_two_manual_groups_the_selected_ones_value_is_shown(start, device, stored):
-    app = open_groups(start, device, stored)
+def test_of_two_manual_groups_the_selected_ones_value_is_shown(start, device):
+    app = open_groups(start, device, 'MG="1";MGX="2"')
     assert edit(app, 1).texts == ("Manual Group", "2")
 
 

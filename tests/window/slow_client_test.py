@@ -46,3 +46,15 @@ def test_what_is_typed_and_pressed_meanwhile(start, device):
     hint.close()
     assert app.wait_exit() == 0
     assert len(written(device)) == 15
+
+
+def test_a_client_slower_than_the_refreshes_leaves_room_for_what_is_clicked(start, device):
+    app = start()
+    x, y, width, height = app.button("Cancel").resting_box()
+    device.faults.delay(4 * SECONDS, verbs="get")
+    device.clear_journal()
+    wait_for(lambda: len(device.journal()) >= 2, "a second refresh, due before the first was done",
+             in_time("refresh") + 8 * SECONDS)
+    app.desktop.press_at(x + width // 2, y + height // 2)
+    assert app.wait_exit(LIMIT + 8 * SECONDS) == 0
+    assert len(device.journal()) <= 3, "the refreshes did not let the clicks through"

@@ -73,8 +73,9 @@ TEST(TypedDuration, OfAnIntervalIsReadFromTheStartOfTheEntryAndThatOfADelayAfter
       {"  45", kFormat, 45},
       {" 45 ", 4, 45},
       {"45  ", 45, 45},
-      {" +45", kFormat, 45},  // " +"
-      {" +450", 4, kRange},   // " +4"
+      {" +45", kFormat, 45},     // " +"
+      {" +450", 4, kRange},      // " +4"
+      {"  45\xC3\xA9", 45, 45},  // four bytes are left, the letter has two
       {"+-5", kFormat, -5},
       {"++5", kFormat, 5},
       {"+ 5", kFormat, 5},
