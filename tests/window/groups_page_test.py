@@ -84,6 +84,23 @@ def test_looks_as_it_is_meant_to(start, device):
         assert app.button(name).box[2] >= 85
 
 
+def test_a_column_is_made_wider_with_the_mouse(start, device):
+    app = open_groups(start, device, STORED)
+    app.radio(STATIC).click()
+    header = app.table().find(Role.TABLE_COLUMN_HEADER)[0]
+    x, y, width, height = header.resting_box()
+    app.drag((x + width - 1, y + height // 2), (x + 175, y + height // 2))
+    assert header.box[2] == 175
+
+
+@pytest.mark.parametrize("count, wanted", [(3, 0), (30, 1)])
+def test_a_scroll_bar_is_there_when_it_is_needed(start, device, count, wanted):
+    app = open_groups(start, device, "".join(f'G{number}="x";' for number in range(count)))
+    bars = app.active.first(Role.SCROLL_PANE).find(Role.SCROLL_BAR)
+    upright = [bar for bar in bars if bar.showing and bar.box[3] > bar.box[2]]
+    assert len(upright) == wanted
+
+
 @pytest.mark.parametrize("stored", ["", ";;", "no groups", 'A="'])
 def test_a_text_without_groups_is_an_empty_list_and_is_kept(start, device, stored):
     app = open_groups(start, device, stored)

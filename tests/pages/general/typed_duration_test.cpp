@@ -97,6 +97,7 @@ TEST(TypedDuration, KnowsHexadecimalAndOctalNumbers) {
       {"+-0x10", kFormat, -16},
       {"+-010", kFormat, -8},
       {"+ 0x10", kFormat, 16},
+      {"+\t010", kFormat, 8},
   });
 }
 
