@@ -39,6 +39,8 @@ TEST(NameChoices, AreTheWellKnownOnesAndThenTheListsOwn) {
   EXPECT_THAT(NameChoices({}), ElementsAre("Manual Group", "P1", "P2", "P3", "P4", "P5", "P6"));
   EXPECT_THAT(NameChoices({{"ZOO", ""}, {"P3", ""}, {"Manual Group", ""}, {"p3", ""}, {"A", ""}}),
               ElementsAre("Manual Group", "P1", "P2", "P3", "P4", "P5", "P6", "ZOO", "p3", "A"));
+  EXPECT_THAT(NameChoices({{"A", "1"}, {"A", "2"}}),
+              ElementsAre("Manual Group", "P1", "P2", "P3", "P4", "P5", "P6", "A", "A"));
 }
 
 }  // namespace
