@@ -200,3 +200,17 @@ def test_the_window_can_be_closed_during_a_look_up(start, device, desktop, held_
     held_lookup.release()
     assert app.wait_exit() == 0
     assert written(device) == []
+
+
+def test_the_window_can_be_destroyed_from_outside_during_a_look_up(start, desktop, held_lookup):
+    app = start(fatal_warnings=False)
+    app.entry("Current Gateway").fill("slow.example")
+    held_lookup.begin()
+    window = app.x_window()
+    app.button("OK").click(settle=False)
+    held_lookup.wait()
+    window.destroy()  # with what lies over it
+    desktop.settle_manager()
+    held_lookup.release()
+    assert app.wait_exit() == 0
+    assert app.stderr.count(" **: ") == app.stderr.count("unexpectedly destroyed") == 1

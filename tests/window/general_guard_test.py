@@ -55,6 +55,15 @@ def test_a_typed_quote_over_a_selection_leaves_it(entry):
     assert (entry.text, entry.selection) == ("abxef", None)
 
 
+@pytest.mark.parametrize("steps, caret", [(["Right"] * 4 + ["shift+Left"] * 2, 2),
+                                          (["Right"] * 2 + ["shift+Right"] * 2, 4)])
+def test_the_caret_stays_at_its_end_of_the_selection(entry, steps, caret):
+    for key in ["Home", *steps]:
+        entry.app.key(key)
+    entry.app.type("'")
+    assert (entry.selection, entry.caret) == ((2, 4), caret)
+
+
 def test_a_refused_key_brings_back_nothing_deleted_before(entry):
     select(entry, 2, 4)
     entry.app.key("BackSpace")

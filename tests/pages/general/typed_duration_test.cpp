@@ -170,6 +170,8 @@ TEST(NamesRow, KnowsATextThatItsEntryCannotGiveBackWhole) {
   EXPECT_TRUE(NamesRow(fifty, fifty.c_str(), 30));
   EXPECT_TRUE(NamesRow(fifty, (fifty + e_acute).c_str(), 30));
   EXPECT_TRUE(NamesRow("1 hour 30", "1 hour 30 ", 90));
+  EXPECT_TRUE(
+      NamesRow(std::string(49, 'x'), " " + std::string(60, 'x'), 30));  // the entry shows " x..."
   EXPECT_FALSE(NamesRow(fifty.substr(2), fifty.c_str(), 30));
   EXPECT_FALSE(NamesRow(fifty + e_acute, fifty.c_str(), 30));
 }
