@@ -229,6 +229,7 @@ TEST(SystemInfoTest, TakesTheValueByItsPositionInTheLine) {
       {"PRODUCT_NAME=\"Pell\0ion\"\n"s, "Pe"},  // the text of the line ends at a zero byte
       {"PRODUCT_NAME=\"Pellion\"\nPRODUCT_NAME=\"Aveline\"\n", "Aveline"},
       {"PRODUCT_NAME=\"Pellion\"\nPRODUCT_NAME=\"Ave\"\n", "Ave"},
+      {"PRODUCT_NAME=\"Pellion\"\nPRODUCT_NAME=\"\"\n", ""},
       {"PRODUCT_NAME=\"" + longest + "\"\n", longest},
   };
   for (const auto &[text, value] : cases) {

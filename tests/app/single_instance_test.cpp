@@ -340,6 +340,8 @@ TEST_F(SingleInstanceTest, TheRunningInstancesPidIsTheNumberAtTheStartOfTheFile)
            {" \t4711 and more", 4711},
            {"4711\n4712\n", 4711},
            {"-5\n", -5},
+           {"010\n", 10},  // decimal, whatever it looks like
+           {"0x10\n", 0},
            {"99999999999999999999", 2147483647},
            {"-99999999999", -2147483647 - 1},
        }) {
