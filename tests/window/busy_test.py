@@ -116,24 +116,24 @@ def xfixes(desktop):
     desktop.display.xfixes_query_version()
 
 
-def expect_watch(app, entry, label, before):
+def expect_watch(app, boxes, before):
     """Waits for one pointer over all of the window that is not there at other times; returns it."""
     def watch():
-        over_entry, over_label = (pointer(app, box, settle=False) for box in (entry, label))
-        return over_entry if over_entry == over_label and over_entry not in before else None
+        seen = {pointer(app, box, settle=False) for box in boxes}
+        return seen.pop() if len(seen) == 1 and not seen & set(before) else None
     return wait_for(watch, "the watch")
 
 
 def test_writing_shows_the_watch_and_drops_input(start, device, bus, desktop, held_commit, xfixes):
     app = start()
     field = app.entry("Backup Gateway")
-    entry, label = field.box, app.label("Backup Gateway").box
-    before = [pointer(app, entry), pointer(app, label)]
+    boxes = [node.box for node in (field, app.label("Backup Gateway"), app.button("OK"))]
+    before = [pointer(app, box) for box in boxes]
     assert before[0] != before[1], "an entry has a pointer of its own"
     meddler = Meddler(app, bus)
     app.button("OK").click(settle=False)
     held_commit.wait()
-    watch = expect_watch(app, entry, label, before)
+    watch = expect_watch(app, boxes, before)
     meddler.meddle()
     held_commit.release()
 
@@ -141,7 +141,7 @@ def test_writing_shows_the_watch_and_drops_input(start, device, bus, desktop, he
     app.settled()
     assert hint.showing and hint.text == "Warning"
     assert field.showing, "its page was not turned"
-    assert watch not in (pointer(app, entry), pointer(app, label))
+    assert watch not in [pointer(app, box) for box in boxes]
     hint.close()
     assert app.wait_exit() == 0
     assert len(written(device)) == 15, "OK was at work once"
@@ -151,13 +151,13 @@ def test_a_look_up_shows_the_watch_and_drops_input(start, device, bus, desktop, 
     app = start()
     app.entry("Current Gateway").fill("slow.example")
     field = app.entry("Backup Gateway")
-    entry, label = field.box, app.label("Backup Gateway").box
-    before = [pointer(app, entry), pointer(app, label)]
+    boxes = [node.box for node in (field, app.label("Backup Gateway"), app.button("OK"))]
+    before = [pointer(app, box) for box in boxes]
     meddler = Meddler(app, bus)
     held_lookup.begin()
     app.button("OK").click(settle=False)
     held_lookup.wait()
-    expect_watch(app, entry, label, before)
+    expect_watch(app, boxes, before)
     meddler.meddle()
     held_lookup.release()
 

@@ -117,7 +117,13 @@ def test_the_page_of_a_wrong_gateway_is_turned_to(start, device, label):
     entry = app.entry(label)
     entry.fill("no-such-host")
     app.page("Groups")
-    assert not entry.showing
+    app.button("OK").click()
+    message = app.message()
+    assert not entry.showing, "the message is read first"
+    message.close()
+    assert entry.showing
+
+    app.page("Groups")
     expect_refusal(app, device, GATEWAYS[label][1])
     assert entry.showing
     assert app.focused() == ("button", "OK"), "where the click has left it"

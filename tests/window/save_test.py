@@ -64,6 +64,15 @@ def test_the_hint_stands_in_the_middle_and_cannot_be_resized(start, desktop):
     assert app.wait_exit() == 0
 
 
+def test_the_hint_stands_in_the_middle_where_no_window_manager_puts_it(start, desktop_with):
+    desktop = desktop_with(manager=None)
+    app = start(desktop=desktop)
+    app.button("OK").click()
+    x, y, width, height = app.message().box
+    assert abs(x + width / 2 - desktop.size[0] / 2) < 20
+    assert abs(y + height / 2 - desktop.size[1] / 2) < 20
+
+
 def test_the_window_waits_behind_the_hint(start, device):
     app = start()
     app.button("OK").click()
