@@ -261,6 +261,19 @@ def test_after_cancel_behind_the_dialog_nothing_is_written(start, device):
     assert written(device) == []
 
 
+def test_after_ok_behind_the_dialog_nothing_more_is_written(start, device):
+    app = start()
+    app.page("Groups")
+    app.button("Add...").click()
+    dialog = app.dialog("Add New Group")
+    press(app.window(TITLE), "OK")
+    app.message().close()
+    press(app.window(TITLE), "OK")
+    press(dialog, "Cancel")
+    assert app.wait_exit() == 0
+    assert len(written(device)) == 15
+
+
 def test_a_window_that_is_destroyed_under_a_message_of_ok_writes_nothing(start, device):
     device.registry.set("DelayScope_min", "")
     app = start(fatal_warnings=False)
