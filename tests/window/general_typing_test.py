@@ -70,6 +70,7 @@ def test_a_refused_text_stays_and_so_does_the_focus(start, label, refused):
             expect_message(app, message)
             assert app.entry(label).text == text
             assert app.focused() == ("entry", label)
+            assert app.entry(label).selection == (0, len(text)), "the next text replaces it"
     assert app.combo(label).rows() == rows
 
 
