@@ -1,9 +1,12 @@
 """The gateway entries refuse what the registry's client could not carry."""
 import contextlib
+import threading
 
 import pytest
 from Xlib import X, display
+from Xlib.ext import record
 from general import saved
+from harness.waiting import LIMIT, wait_for
 
 LABEL = "Backup Gateway"
 REFUSED = ["'", "10.0.0.1'", "'$(reboot)'", "10.0.0.1\n", "a\nb", "a\rb", "\n", "\r\n"]
@@ -45,6 +48,42 @@ def test_a_typed_quote_does_nothing(entry):
     entry.app.key("Left")
     entry.app.type("'x'")
     assert entry.text == "abcdexf"
+
+
+@pytest.fixture
+def bells(desktop):
+    """The requests of all programs that the X server ring its bell, as they come."""
+    control, data = display.Display(desktop.name), display.Display(desktop.name)
+    keyboard = control.query_extension("XKEYBOARD").major_opcode
+    none = (0, 0)
+    context = data.record_create_context(0, [record.AllClients], [{
+        "core_requests": none, "core_replies": none,
+        "ext_requests": (keyboard, keyboard, 3, 3), "ext_replies": (0, 0, 0, 0),  # 3: XkbBell
+        "delivered_events": none, "device_events": none, "errors": none,
+        "client_started": False, "client_died": False}])
+    requests, started = [], threading.Event()
+
+    def hear(reply):
+        if reply.category == record.FromClient:
+            requests.append(reply.data)
+        started.set()
+
+    thread = threading.Thread(target=data.record_enable_context, args=(context, hear), daemon=True)
+    thread.start()
+    assert started.wait(LIMIT)
+    yield requests
+    control.record_disable_context(context)
+    control.flush()
+    thread.join(LIMIT)
+    control.close()
+    data.close()
+
+
+def test_a_refused_quote_rings_the_bell(entry, bells):
+    entry.app.type("x")
+    assert bells == []
+    entry.app.type("'")
+    wait_for(lambda: len(bells) == 1, "the bell")
 
 
 def test_a_typed_quote_over_a_selection_leaves_it(entry):
