@@ -207,7 +207,8 @@ def test_everything_is_within_reach_of_the_keyboard(start, device):
     for _ in range(4):
         app.key("Tab")
         order.append(app.focused())
-    assert order == [("table", "Static Custom Groups"), ("button", "Add..."), ("button", "Edit..."), ("button", "Delete")]
+    assert order == [("table", "Static Custom Groups"), ("button", "Add..."), ("button", "Edit..."),
+                     ("button", "Delete")]
 
 
 def test_the_keyboard_alone_deletes_a_group(start, device):
