@@ -45,7 +45,7 @@ def test_stands_below_one_another_in_two_columns(start):
     assert len({(field.box[0], field.box[2]) for field in fields}) == 1, "one column"
     for label in ("Current Gateway", "Backup Gateway", "Pull Interval", "Log Level", "Delay Scope"):
         x, _, width, _ = app.label(label).box
-        assert x + width <= fields[0].box[0]
+        assert fields[0].box[0] - (x + width) == 25, "borders and paddings of both columns"
     width, height = frame(app, "Settings").box[2:]
     assert width == 400 and height >= 250
     assert margins(app, "Settings") == (10, 10, 10)
